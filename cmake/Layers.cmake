@@ -1,0 +1,49 @@
+# The two kinds of library a folder may hold, and the rule that keeps them apart.
+#
+#   blockhouse_rules(<folder> SOURCES ... [LINK ...])     text rules: C++ standard library only
+#   blockhouse_windows(<folder> SOURCES ... [LINK ...])   widgets that read, call rules and show
+#
+# A rules library that links Qt, directly or through another target, stops the configuration. Including Qt
+# without linking it fails to compile, since Qt's headers are on no default include path.
+
+add_library(blockhouse_options INTERFACE)
+target_include_directories(blockhouse_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(blockhouse_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${BLOCKHOUSE_WERROR}>:-Werror>)
+if(BLOCKHOUSE_SANITIZE)
+  target_compile_options(blockhouse_options INTERFACE
+    -fsanitize=${BLOCKHOUSE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(blockhouse_options INTERFACE -fsanitize=${BLOCKHOUSE_SANITIZE})
+endif()
+
+function(blockhouse_assert_no_qt origin target)
+  if(target MATCHES "^Qt|QScintilla|_windows$|^blockhouse_app$")
+    message(FATAL_ERROR "${origin} is a rules library but links ${target}")
+  endif()
+  if(TARGET ${target})
+    get_target_property(links ${target} INTERFACE_LINK_LIBRARIES)
+    if(links)
+      foreach(link IN LISTS links)
+        blockhouse_assert_no_qt(${origin} ${link})
+      endforeach()
+    endif()
+  endif()
+endfunction()
+
+function(blockhouse_rules folder)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+  set(target ${folder}_rules)
+  add_library(${target} STATIC ${ARG_SOURCES})
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+  target_link_libraries(${target} PUBLIC blockhouse_options ${ARG_LINK})
+  foreach(link IN LISTS ARG_LINK)
+    blockhouse_assert_no_qt(${target} ${link})
+  endforeach()
+endfunction()
+
+function(blockhouse_windows folder)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
+  set(target ${folder}_windows)
+  add_library(${target} STATIC ${ARG_SOURCES})
+  target_link_libraries(${target} PUBLIC blockhouse_options ${folder}_rules Qt6::Widgets ${ARG_LINK})
+endfunction()

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace blockhouse {
+
+// Serves the event queue if about 8 ms have passed since it was last served from here, so calling it in a tight
+// loop costs next to nothing. Any window may be gone when it returns: callers check theirs.
+void yield();
+
+} // namespace blockhouse

@@ -1,0 +1,29 @@
+#include "shell/DirectoryView.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace blockhouse {
+
+DirectoryView::DirectoryView(QWidget* parent) : QTreeView(parent) {
+    setHeaderHidden(true);
+    // Without it every row is measured when a directory is opened: noticeable with thousands of files.
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+}
+
+void DirectoryView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QTreeView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT picked();
+}
+
+void DirectoryView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        Q_EMIT picked();
+    else
+        QTreeView::keyPressEvent(event);
+}
+
+} // namespace blockhouse

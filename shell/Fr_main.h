@@ -1,0 +1,100 @@
+#pragma once
+
+#include "platform/EntryList.h"
+#include "shell/application_folder.h"
+#include "shell/ExplorerPanel.h"
+#include "shell/WindowBar.h"
+
+#include <QMainWindow>
+#include <QMetaMethod>
+
+#include <string>
+#include <vector>
+
+class QMdiArea;
+class QTreeView;
+
+namespace blockhouse {
+
+// The main window: editor windows and tool windows inside it, the window bar above, the tree of directories at the
+// right. What it cannot do itself it announces; a menu item whose announcement nobody listens to is disabled.
+class Fr_main : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // `Dirs` is filled by load() and loaddirs() and must outlive the window.
+    Fr_main(EntryList& Dirs, ListFiles files);
+    ~Fr_main() override;
+
+    // Reads both list files and fills the tree; without a directory list it hides the panel and asks for the directory
+    // editor. Serves events in the middle. False when the window was closed or deleted meanwhile: then do not touch
+    // or show it. What cannot be read is left out silently. Called once.
+    [[nodiscard]] bool load();
+
+    // Reads the directory list anew and adds to the tree what is new; nodes are never removed. Shows the panel.
+    // Does nothing without a directory list. Serves events in the middle; the window may be gone when it returns.
+    void loaddirs();
+
+    [[nodiscard]] QMdiArea* mdiArea() const { return mdiArea_; }
+
+    [[nodiscard]] bool explorerVisible() const { return !picPlane->isHidden(); }
+
+    // Also sets the check mark of mnu_fileex.
+    void setExplorerVisible(bool visible);
+
+    // The entries of the jump list, in the user's order.
+    EntryList jumps;
+
+    WindowBar* const Toolbar1;
+    ExplorerPanel* const picPlane;
+    QTreeView* const Tree1;
+    QAction* const mnu_fileex;
+
+Q_SIGNALS:
+    // The user picked this file in the tree: to be opened in an editor window, or in the placement editor.
+    void fileChosen(const std::string& path);
+    void placementWanted(const std::string& path);
+    // To be shown, each its single window.
+    void findReferenceWanted();
+    void directoryEditorWanted();
+    void optionsWanted();
+    void placementEditorWanted();
+    // The user closed the main window, which ends the program at once: no other window is closed or asked.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void connectNotify(const QMetaMethod& signal) override;
+    void disconnectNotify(const QMetaMethod& signal) override;
+
+private:
+    enum class Reading { Finished, Overtaken, WindowGone };
+
+    struct Announcement {
+        QAction* item;
+        QMetaMethod signal;
+    };
+
+    void layOut();
+    Reading readDirs(const std::string& path);
+    void fillTree();
+    void openSelectedFile();
+    void switchFocus();
+
+    void makeMenus();
+    QMenu* makeMenu(const QString& name, const QString& caption);
+    QAction* makeItem(QMenu* menu, const QString& name, const QString& caption);
+    void makeAnnouncing(QAction* item, void (Fr_main::*signal)());
+    void enableItems();
+    void showMenusOfActiveWindow();
+
+    EntryList& Dirs_;
+    ListFiles files_;
+    QMdiArea* mdiArea_;
+    QList<QAction*> ownMenus_; // the menu bar while no child window brings menus
+    std::vector<Announcement> announcements_;
+    int readings_ = 0; // of the directory list, begun so far
+    bool closed_ = false;
+};
+
+} // namespace blockhouse

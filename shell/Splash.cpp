@@ -1,0 +1,82 @@
+#include "shell/Splash.h"
+
+#include "platform/message_box.h"
+#include "platform/units.h"
+#include "shell/artwork.h"
+#include "shell/cursor_and_window_state.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QScreen>
+
+namespace blockhouse {
+
+Splash::Splash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+    setObjectName(QStringLiteral("Splash"));
+    setWindowTitle(applicationTitle);
+    setWindowIcon(applicationIcon());
+    setAccessibleName(tr("%1 is starting").arg(QLatin1String(applicationTitle)));
+    setFixedSize(toPixels(Twips{4920}).value, toPixels(Twips{4485}).value);
+    timer_.setParent(this);
+    timer_.setObjectName(QStringLiteral("Timer1"));
+    timer_.setInterval(1);
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, &Splash::waitThenLeave);
+}
+
+void Splash::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    QRect frame = rect();
+    frame.moveCenter(screen()->geometry().center());
+    move(frame.topLeft());
+    if (!left_)
+        timer_.start();
+}
+
+void Splash::paintEvent(QPaintEvent*) {
+    // The picture is a little wider than the window: what is cut off is cut off at both sides.
+    QRectF target(QPointF(), splashPictureSize);
+    target.moveCenter(QRectF(rect()).center());
+    QPainter painter(this);
+    paintSplashPicture(painter, target);
+}
+
+void Splash::mouseReleaseEvent(QMouseEvent* event) {
+    if (rect().contains(event->position().toPoint()))
+        leave();
+}
+
+void Splash::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+    case Qt::Key_Escape:
+        leave();
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void Splash::waitThenLeave() {
+    constexpr double seconds = 2;
+    const QPointer<Splash> self(this);
+    Pause(seconds);
+    if (self)
+        leave();
+}
+
+void Splash::leave() {
+    if (left_)
+        return;
+    left_ = true;
+    timer_.stop(); // a pause that begins while the main window loads would hold it up
+    const QPointer<Splash> self(this);
+    Q_EMIT mainWindowWanted();
+    if (self)
+        close();
+}
+
+} // namespace blockhouse

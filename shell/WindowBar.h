@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/window_handles.h"
+
+#include <QToolBar>
+
+namespace blockhouse {
+
+// One button for each editor window, in the order in which they were opened. A button is pressed while its window is
+// the one that the bar brought up last. Its property "key" is the letter "a" followed by the window's handle.
+class WindowBar : public QToolBar {
+    Q_OBJECT
+
+public:
+    explicit WindowBar(QWidget* parent);
+
+    // A new pressed button at the end; all others are released and their windows minimised. For a window that has a
+    // button already, that one is meant.
+    void addWindow(WindowHandle window, const QString& caption);
+    // Does nothing when the window has no button.
+    void removeWindow(WindowHandle window);
+
+private:
+    // A minimised window is brought up maximised, alone; any other is minimised.
+    void toggle(QAction* button);
+    void pressOnly(QAction* button);
+    [[nodiscard]] QAction* buttonOf(WindowHandle window) const;
+    QAction* makeButton(WindowHandle window, const QString& caption);
+};
+
+} // namespace blockhouse

@@ -1,0 +1,28 @@
+#include "editor/BlockListModel.h"
+
+#include "platform/codepage.h"
+
+namespace blockhouse {
+
+void BlockListModel::setBlocks(std::vector<BlockEntry> blocks) {
+    beginResetModel();
+    blocks_ = std::move(blocks);
+    endResetModel();
+}
+
+int BlockListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(blocks_.size());
+}
+
+QVariant BlockListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const BlockEntry& block = blocks_[static_cast<std::size_t>(index.row())];
+    if (role == Qt::DisplayRole)
+        return QString::fromStdString(codepage::toUtf8(block.name));
+    if (role == Qt::UserRole)
+        return block.itemData;
+    return {};
+}
+
+} // namespace blockhouse

@@ -1,0 +1,172 @@
+#include "editor/block_scan.h"
+
+#include "platform/codepage.h"
+#include "platform/FoldedSearch.h"
+
+#include <algorithm>
+
+namespace blockhouse {
+
+namespace {
+
+struct PassRule {
+    bool onlyAtLineStart; // or after a blank or a tab
+    std::size_t longerThan;
+};
+
+constexpr std::array<PassRule, blockKinds> passRules{{{true, 5}, {false, 7}, {false, 5}, {false, 5}, {true, 2}}};
+
+// How far past a position the header of the block that holds it is looked for.
+constexpr std::size_t lookAhead = 30;
+
+constexpr bool isBlockKind(int kind) {
+    return kind >= 1 && kind <= blockKinds;
+}
+
+class HeaderNames {
+public:
+    explicit HeaderNames(std::string_view text) : text_(text), lastReturn_(text.rfind('\r')) {}
+
+    // The whole rest of the header line.
+    [[nodiscard]] std::string_view nameAt(std::size_t start) const {
+        return text_.substr(start, text_.find(lineEndAfter(start), start) - start);
+    }
+
+    // The same if it is free of blanks and "=", else nothing. Gives up at the first of them: every occurrence of a
+    // keyword ends in a blank, so no stretch of text is read for two of them, however long the lines are.
+    [[nodiscard]] std::optional<std::string_view> plainNameAt(std::size_t start) const {
+        const char lineEnd = lineEndAfter(start);
+        std::size_t end = start;
+        while (end < text_.size() && text_[end] != lineEnd) {
+            if (text_[end] == ' ' || text_[end] == '=') {
+                return std::nullopt;
+            }
+            ++end;
+        }
+        return text_.substr(start, end - start);
+    }
+
+private:
+    [[nodiscard]] char lineEndAfter(std::size_t position) const {
+        return lastReturn_ != std::string_view::npos && position <= lastReturn_ ? '\r' : '\n';
+    }
+
+    std::string_view text_;
+    std::size_t lastReturn_;
+};
+
+bool atLineStart(std::string_view text, std::size_t position) {
+    return position == 0 || std::string_view(" \t\r\n").find(text[position - 1]) != std::string_view::npos;
+}
+
+std::vector<std::string_view> headerNames(std::string_view text, int pass) {
+    const auto kind = static_cast<std::size_t>(pass - 1);
+    const PassRule rule = passRules[kind];
+    const FoldedSearch keyword(headerKeywords[kind]);
+    const HeaderNames names(text);
+
+    std::vector<std::string_view> found;
+    for (std::size_t at = keyword.find(text); at != FoldedSearch::npos; at = keyword.find(text, at + 1)) {
+        if (rule.onlyAtLineStart && !atLineStart(text, at)) {
+            continue;
+        }
+        const std::optional<std::string_view> name = names.plainNameAt(at + keyword.needleSize());
+        if (name && name->size() > rule.longerThan) {
+            found.push_back(*name);
+        }
+    }
+    return found;
+}
+
+// The lowered names one after the other: one piece of memory instead of one a name.
+std::string loweredTogether(const std::vector<std::string_view>& names) {
+    std::size_t size = 0;
+    for (const std::string_view name : names) {
+        size += name.size();
+    }
+    std::string lowered;
+    lowered.reserve(size);
+    for (const std::string_view name : names) {
+        lowered += codepage::lowered(name);
+    }
+    return lowered;
+}
+
+// A number that is in the order of the first eight bytes: most comparisons are then made without touching the names.
+std::uint64_t leadingBytes(std::string_view name) {
+    std::uint64_t bytes = 0;
+    for (std::size_t i = 0; i < sizeof bytes; ++i) {
+        bytes = bytes << 8 | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0U);
+    }
+    return bytes;
+}
+
+struct SortedName {
+    std::uint64_t leading;
+    std::string_view lowered;
+    std::string_view name;
+
+    bool operator<(const SortedName& other) const {
+        if (leading != other.leading) {
+            return leading < other.leading;
+        }
+        const int order = lowered.compare(other.lowered);
+        // The names lie in the text, so that their addresses are in the order of the file.
+        return order != 0 ? order < 0 : name.data() < other.name.data();
+    }
+};
+
+std::vector<SortedName> sortedByLowered(const std::vector<std::string_view>& names, std::string_view lowered) {
+    std::vector<SortedName> sorted;
+    sorted.reserve(names.size());
+    for (const std::string_view name : names) {
+        const std::string_view key = lowered.substr(0, name.size());
+        sorted.push_back({leadingBytes(key), key, name});
+        lowered.remove_prefix(name.size());
+    }
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+}
+
+} // namespace
+
+std::vector<BlockEntry> blockPass(std::string_view fileText, int pass) {
+    std::vector<BlockEntry> blocks;
+    if (!isBlockKind(pass)) {
+        return blocks;
+    }
+    const std::vector<std::string_view> names = headerNames(fileText, pass);
+    const std::string lowered = loweredTogether(names);
+    blocks.reserve(names.size());
+    std::optional<std::string_view> previous;
+    for (const SortedName& entry : sortedByLowered(names, lowered)) {
+        blocks.push_back({std::string(entry.name), entry.lowered == previous ? 0 : pass});
+        previous = entry.lowered;
+    }
+    return blocks;
+}
+
+int Findin(const std::vector<BlockEntry>& blocks, std::string_view what) {
+    const auto found =
+        std::lower_bound(blocks.begin(), blocks.end(), what, [](const BlockEntry& entry, std::string_view name) {
+            return codepage::lessIgnoringCase(entry.name, name);
+        });
+    if (found == blocks.end() || !codepage::equalIgnoringCase(found->name, what)) {
+        return -1;
+    }
+    return static_cast<int>(found - blocks.begin());
+}
+
+std::optional<std::string> blockNameBefore(std::string_view fileText, int blockKind, TextPosition startout) {
+    if (!isBlockKind(blockKind) || !startout.found()) {
+        return std::nullopt;
+    }
+    const FoldedSearch header("\n" + std::string(enclosingKeywords[static_cast<std::size_t>(blockKind - 1)]));
+    const std::size_t at = header.findLast(fileText.substr(0, static_cast<std::size_t>(startout.value) + lookAhead));
+    if (at == FoldedSearch::npos) {
+        return std::nullopt;
+    }
+    return std::string(HeaderNames(fileText).nameAt(at + header.needleSize()));
+}
+
+} // namespace blockhouse

@@ -1,0 +1,128 @@
+#include "editor/fr_edit.h"
+
+#include "editor/BlockListModel.h"
+#include "editor/EditorHost.h"
+
+#include <QCloseEvent>
+#include <QListView>
+#include <QMdiSubWindow>
+#include <QStyle>
+#include <QStyleOptionTitleBar>
+
+namespace blockhouse {
+namespace {
+
+constexpr Twips designWidth{7215};
+constexpr Twips designHeight{5640};
+
+int pixels(double twips) {
+    return toPixels(Twips{twips}).value;
+}
+
+QRect place(double left, double top, double width, double height) {
+    return {pixels(left), pixels(top), pixels(width), pixels(height)};
+}
+
+template <typename Control>
+Control* named(Control* control, const char* name, const QString& accessibleName) {
+    control->setObjectName(QLatin1String(name));
+    control->setAccessibleName(accessibleName);
+    return control;
+}
+
+QComboBox* dropDownList(QWidget* parent) {
+    auto* list = new QComboBox(parent);
+    // Measuring every entry would take seconds on a long list.
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    auto* view = new QListView(list);
+    view->setUniformItemSizes(true);
+    list->setView(view);
+    return list;
+}
+
+} // namespace
+
+fr_edit::fr_edit(EditorHost& host, QWidget* parent)
+    : QWidget(parent), host_(host), handle_(handleOf(this)), blocks_(new BlockListModel(this)) {
+    setObjectName(QStringLiteral("fr_edit"));
+    makeControls();
+    resize(sizeHint());
+    layOut();
+}
+
+fr_edit::~fr_edit() = default;
+
+QSize fr_edit::sizeHint() const {
+    return {toPixels(designWidth).value, toPixels(designHeight).value};
+}
+
+void fr_edit::makeControls() {
+    Combo1 = named(dropDownList(this), "Combo1", tr("Settings of the chosen block"));
+    Combo1->setGeometry(place(0, 600, 2532, 315));
+    Combo1->setToolTip(tr("Settings of the chosen block"));
+    List1 = named(dropDownList(this), "List1", tr("Blocks of the file"));
+    List1->setGeometry(place(4440, 600, 2772, 315));
+    List1->setToolTip(tr("Blocks of the file"));
+    List1->setModel(blocks_);
+    txt_edit = named(new RichTextBox(this), "txt_edit", tr("Text of the file"));
+    txt_edit->setGeometry(place(0, 840, 3732, 3252));
+    // By design the lists reach a little into the text box: they lie above it, and its text begins below them.
+    txt_edit->setTopMargin(Pixels{Combo1->geometry().bottom() + 1 - txt_edit->y()});
+    txt_edit->lower();
+    Picture1 = named(new PictureBox(this), "Picture1", tr("Status strip"));
+    thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"));
+    thebar->setGeometry(place(120, 0, 1332, 132));
+    setFocusProxy(txt_edit);
+}
+
+// --- Layout -----------------------------------------------------------------------------------------------------
+
+void fr_edit::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+// The frame counts as part of the window even while it is maximised and its frame not drawn, so that the text box
+// keeps its distance from the window's edges.
+QSize fr_edit::outerSize() const {
+    const auto* frame = qobject_cast<const QMdiSubWindow*>(parentWidget());
+    if (!frame)
+        return frameGeometry().size();
+    const int border = frame->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, frame);
+    QStyleOptionTitleBar title;
+    title.titleBarState = frame->windowState() & ~Qt::WindowMaximized;
+    const int caption = frame->style()->pixelMetric(QStyle::PM_TitleBarHeight, &title, frame);
+    return size() + QSize(2 * border, border + caption);
+}
+
+void fr_edit::layOut() {
+    const Twips width = toTwips(Pixels{outerSize().width()});
+    const Twips height = toTwips(Pixels{outerSize().height()});
+    Picture1->setGeometry(0, this->height() - pixels(132), this->width(), pixels(132));
+
+    // A control that cannot take its size ends the layout, so that none gets a size that no longer fits the others.
+    if (width.value < 200)
+        return;
+    txt_edit->resize(pixels(width.value - 200), txt_edit->height());
+    if (height.value < 1500)
+        return;
+    txt_edit->resize(txt_edit->width(), pixels(height.value - 1500));
+    const double half = toTwips(Pixels{txt_edit->width()}).value / 2;
+    List1->setGeometry(pixels(half), List1->y(), pixels(half), List1->height());
+    if (half < 100)
+        return;
+    Combo1->resize(pixels(half - 100), Combo1->height());
+}
+
+// --- Closing ----------------------------------------------------------------------------------------------------
+
+void fr_edit::closeEvent(QCloseEvent* event) {
+    closing_ = true;
+    host_.windowClosed(handle_);
+    QWidget::closeEvent(event);
+}
+
+int fr_edit::Findin(std::string_view what) const {
+    return blockhouse::Findin(blocks_->blocks(), what);
+}
+
+} // namespace blockhouse

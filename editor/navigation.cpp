@@ -1,0 +1,83 @@
+#include "editor/navigation.h"
+
+#include "editor/block_scan.h"
+#include "editor/name_search.h"
+#include "platform/codepage.h"
+#include "platform/FoldedSearch.h"
+
+#include <unordered_set>
+
+namespace blockhouse {
+
+namespace {
+
+// The settings list of a skirmish build list, the last kind, stays empty.
+constexpr int lastKindWithSettings = 4;
+
+constexpr std::string_view lineBreaks = "\r\n";
+
+bool isLineBreak(char c) {
+    return lineBreaks.find(c) != std::string_view::npos;
+}
+
+std::string_view headerKeyword(int blockKind) {
+    return headerKeywords[static_cast<std::size_t>(blockKind - 1)];
+}
+
+constexpr TextPosition positionOf(std::size_t offset) {
+    return {static_cast<std::ptrdiff_t>(offset) + 1};
+}
+
+constexpr std::size_t offsetOf(TextPosition position) {
+    return static_cast<std::size_t>(position.value - 1);
+}
+
+// The line-break character before the next header of the kind; it may itself stand at `start`.
+TextPosition nextHeader(std::string_view text, int blockKind, TextPosition start) {
+    const FoldedSearch keyword(headerKeyword(blockKind));
+    std::size_t at = keyword.find(text, offsetOf(start) + 1);
+    while (at != FoldedSearch::npos && !isLineBreak(text[at - 1])) {
+        at = keyword.find(text, at + 1);
+    }
+    return at == FoldedSearch::npos ? notFound : positionOf(at - 1);
+}
+
+} // namespace
+
+TextPosition headerPosition(std::string_view fileText, int blockKind, std::string_view name) {
+    if (blockKind < 1 || blockKind > blockKinds) {
+        return notFound;
+    }
+    const FoldedSearch header(std::string(headerKeyword(blockKind)).append(name));
+    for (std::size_t at = header.find(fileText, 1); at != FoldedSearch::npos; at = header.find(fileText, at + 1)) {
+        const std::size_t after = at + header.needleSize();
+        if (after < fileText.size() && isLineBreak(fileText[after]) && isLineBreak(fileText[at - 1])) {
+            return positionOf(at - 1);
+        }
+    }
+    return notFound;
+}
+
+TextPosition blockEnd(std::string_view text, int blockKind, TextPosition start) {
+    const bool hasSettings = blockKind >= 1 && blockKind <= lastKindWithSettings;
+    const TextPosition next = hasSettings ? nextHeader(text, blockKind, start) : start;
+    const std::string_view upToNext = next.found() ? text.substr(0, static_cast<std::size_t>(next.value)) : text;
+    const std::size_t last = FoldedSearch("end").findLast(upToNext);
+    return last == FoldedSearch::npos ? notFound : positionOf(last);
+}
+
+std::vector<SettingEntry> settingsOf(std::string_view text, int blockKind, TextPosition start,
+                                     std::span<const std::string> jumps) {
+    std::vector<SettingEntry> settings;
+    const std::vector<TextPosition> found = firstOccurrences(text, jumps, start, blockEnd(text, blockKind, start));
+    std::unordered_set<std::string> listed;
+    for (std::size_t i = 0; i < jumps.size(); ++i) {
+        if (found[i].found()) {
+            const bool isFirst = listed.insert(codepage::lowered(jumps[i])).second;
+            settings.push_back({jumps[i], isFirst ? found[i] : notFound});
+        }
+    }
+    return settings;
+}
+
+} // namespace blockhouse

@@ -1,0 +1,38 @@
+// Colouring and positioning of a rich-text box's content. Positions and lines count from 0. `Form` is the window
+// that owns the box; a pass called with NoLock false keeps it from repainting while it works. No procedure needs the
+// window or the box to outlive it: a pass whose box is destroyed while it serves events just ends.
+#pragma once
+
+#include "platform/Colour.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class QWidget;
+
+namespace blockhouse {
+
+class RichTextBox;
+
+// Gives every whole-word, case-sensitive occurrence of each of Words the text colour Color; selection and first
+// visible line stay. Serves events.
+void ColorKeywords(QWidget* Form, RichTextBox& Box, Colour Color, const std::vector<std::string>& Words, bool NoLock);
+
+// Gives the tail of every line, from its first Delimiter outside double quotes on, the background Color. Leaves the
+// caret at the start of the text, unless the text holds no Delimiter: then nothing at all is touched.
+void HighlightFromChar(QWidget* Form, RichTextBox& Box, Colour Color, char Delimiter, bool NoLock);
+
+// Rebuilds ColorTable() from the box's Rich Text Format source.
+void ReadColorTable(const RichTextBox& Box);
+// Item 0 is 0; item k is the colour with index k. Kept until the next ReadColorTable().
+[[nodiscard]] const std::vector<Colour>& ColorTable();
+
+// Scrolls until Line is the first visible line, or as near as the content allows.
+void ScrollToLine(QWidget* Form, RichTextBox& Box, std::int32_t Line, bool NoLock);
+[[nodiscard]] std::int32_t GetCurrentLine(const RichTextBox& Box);
+[[nodiscard]] std::int32_t GetFirstVisibleLine(const RichTextBox& Box);
+void ScrollLines(RichTextBox& Box, std::int32_t Chars, std::int32_t Lines);
+
+} // namespace blockhouse

@@ -1,0 +1,71 @@
+#include "app/Program.h"
+
+#include "editor/fr_edit.h"
+#include "platform/PictureBox.h"
+#include "shell/DrawProgress.h"
+#include "shell/Fr_main.h"
+#include "shell/Splash.h"
+
+#include <QCoreApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+namespace blockhouse {
+
+Program::Program(std::string applicationFolder) : Program(ListFiles(std::move(applicationFolder))) {}
+
+Program::Program(ListFiles files) : files_(std::move(files)) {}
+
+Program::~Program() {
+    delete splash_;
+}
+
+void Program::start() {
+    splash_ = new Splash;
+    splash_->setAttribute(Qt::WA_DeleteOnClose);
+    connect(splash_, &Splash::mainWindowWanted, this, &Program::showMainWindow);
+    splash_->show();
+}
+
+void Program::showMainWindow() {
+    Fr_main& window = fr_main();
+    if (!ended_)
+        window.show();
+}
+
+Fr_main& Program::fr_main() {
+    if (!fr_main_) {
+        fr_main_ = std::make_unique<Fr_main>(Dirs, files_);
+        connect(fr_main_.get(), &Fr_main::fileChosen, this, [this](const std::string& path) { openEditor(path); });
+        connect(fr_main_.get(), &Fr_main::closed, this, [this] {
+            ended_ = true;
+            QCoreApplication::exit();
+        });
+        // Closed while it loads, the window says so itself.
+        if (!fr_main_->load())
+            ended_ = true;
+    }
+    return *fr_main_;
+}
+
+void Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
+    auto* editor = new fr_edit(*this);
+    QMdiArea* area = fr_main().mdiArea();
+    QMdiSubWindow* frame = area->addSubWindow(editor);
+    frame->resize(frame->sizeHint().boundedTo(area->viewport()->size()));
+    editor->Openfile(path, Startout);
+}
+
+void Program::drawProgress(PictureBox& box, double value, double maximum) {
+    DrawProgress(box, value, maximum);
+}
+
+void Program::windowOpened(WindowHandle window, const QString& caption) {
+    fr_main().Toolbar1->addWindow(window, caption);
+}
+
+void Program::windowClosed(WindowHandle window) {
+    fr_main().Toolbar1->removeWindow(window);
+}
+
+} // namespace blockhouse

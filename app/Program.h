@@ -1,0 +1,53 @@
+// The composition root: makes the windows and connects one subsystem's wishes to another's abilities.
+#pragma once
+
+#include "editor/EditorHost.h"
+#include "platform/EntryList.h"
+#include "shell/application_folder.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+#include <string>
+
+namespace blockhouse {
+
+class fr_edit;
+class Fr_main;
+class Splash;
+
+class Program : public QObject, private EditorHost {
+    Q_OBJECT
+
+public:
+    // The folder that holds the list files.
+    explicit Program(std::string applicationFolder);
+    explicit Program(ListFiles files);
+    ~Program() override;
+
+    // Shows the splash window, which leads to the main window.
+    void start();
+
+    // Made and loaded when first asked for; not shown by that.
+    [[nodiscard]] Fr_main& fr_main();
+
+    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none.
+    void openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
+
+    // The directories the user works in.
+    EntryList Dirs;
+
+private:
+    void showMainWindow();
+    void drawProgress(PictureBox& box, double value, double maximum) override;
+    void windowOpened(WindowHandle window, const QString& caption) override;
+    void windowClosed(WindowHandle window) override;
+
+    ListFiles files_;
+    QPointer<Splash> splash_;
+    std::unique_ptr<Fr_main> fr_main_;
+    bool ended_ = false;
+};
+
+} // namespace blockhouse

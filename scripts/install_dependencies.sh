@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that are needed and missing.
+#
+#   scripts/install_dependencies.sh run    to build and to start the editor
+#   scripts/install_dependencies.sh test   the same, and what the tests and benchmarks use
+set -euo pipefail
+
+build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
+virtual_screen=(xvfb openbox xdotool imagemagick)
+tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf)
+
+case "${1:-}" in
+  run)
+    purpose="build and run Blockhouse"
+    wanted=("${build[@]}")
+    if [[ -z ${DISPLAY:-} && -z ${WAYLAND_DISPLAY:-} ]]; then
+      wanted+=("${virtual_screen[@]}")
+    elif [[ -z ${DISPLAY:-} ]]; then
+      wanted+=(qt6-wayland)
+    fi
+    ;;
+  test)
+    purpose="build and test Blockhouse"
+    wanted=("${build[@]}" "${virtual_screen[@]}" "${tests[@]}")
+    ;;
+  *)
+    echo "usage: $0 run|test" >&2
+    exit 2
+    ;;
+esac
+
+if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+  echo "This is no Debian system, so nothing is installed. To $purpose you need what Debian calls: ${wanted[*]}"
+  exit 0
+fi
+
+missing=()
+for package in "${wanted[@]}"; do
+  status=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
+  [[ $status == installed ]] || missing+=("$package")
+done
+((${#missing[@]})) || exit 0
+
+echo "Installing what is missing to $purpose: ${missing[*]}"
+as_root=()
+if ((EUID != 0)); then
+  if ! command -v sudo >/dev/null; then
+    echo "This needs root and there is no sudo. As root, run: apt-get install --no-install-recommends ${missing[*]}" >&2
+    exit 1
+  fi
+  echo "(through sudo, which may ask for your password)"
+  as_root=(sudo)
+fi
+apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300)
+"${apt[@]}" update || echo "The package lists could not all be refreshed; going on with those that are there." >&2
+"${apt[@]}" install --yes --no-install-recommends "${missing[@]}"

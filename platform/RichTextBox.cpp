@@ -247,6 +247,26 @@ void RichTextBox::insertOverSelection(std::string_view utf8) {
     send(SCI_ENDUNDOACTION);
 }
 
+void RichTextBox::replaceRanges(std::span<const TextRange> ranges, std::string_view bytes) {
+    if (ranges.empty())
+        return;
+    const std::string utf8 = codepage::toUtf8(bytes);
+    send(SCI_BEGINUNDOACTION);
+    // From the last to the first, so that no range moves before its turn.
+    for (std::size_t left = ranges.size(); left > 0; --left) {
+        const TextRange& range = ranges[left - 1];
+        const BytePosition start = byteOf(range.start);
+        typing_ = TypingColour{start, textColorAt(range.start)};
+        send(SCI_SETTARGETRANGE, start, byteOf(range.start + range.length));
+        sendText(SCI_REPLACETARGET, utf8);
+        settleStyles();
+        refreshLineIndex();
+    }
+    send(SCI_ENDUNDOACTION);
+    send(SCI_SETEMPTYSELECTION, send(SCI_GETTARGETEND));
+    settleEdit();
+}
+
 // --- Find -------------------------------------------------------------------------------------------------------
 
 RichTextBox::Position RichTextBox::find(std::string_view what) {

@@ -66,6 +66,10 @@ public:
     // Replaces the selection in one undo step; the caret ends after the new text, which takes the selection's colour.
     void setSelText(std::string_view bytes);
 
+    // Replaces many ranges, ordered and apart from each other, in one undo step. Each new text takes the colour of the
+    // first character that it replaces. Nothing is selected then, and the caret stands after the first one.
+    void replaceRanges(std::span<const TextRange> ranges, std::string_view bytes);
+
     // Text colour of the selection's first character; without a selection, of what is typed next.
     [[nodiscard]] Colour selColor() const;
     void setSelColor(Colour colour);
@@ -120,6 +124,8 @@ Q_SIGNALS:
     void changed();
     // Before the box acts on the button. `position` is in the viewport's coordinates.
     void mouseDown(Qt::MouseButton button, QPoint position);
+    // The keyboard asked for the pop-up menu, to be shown at this place on the screen.
+    void menuKeyPressed(QPoint globalPosition);
     // Something typed, pasted or dropped held characters that the code page lacks: they became "?".
     void charactersReplaced() const;
 
@@ -180,6 +186,7 @@ private:
     [[nodiscard]] PendingStyles stylesForInsertion(BytePosition at, BytePosition length);
     // Gives the text of the last insertion its styles.
     void settleStyles() const;
+    void refreshLineIndex();
     // settleStyles(), and says that the text changed if it did.
     void settleEdit();
 

@@ -249,6 +249,8 @@ void RichTextBox::mouseReleaseEvent(QMouseEvent* event) {
 
 // The owner shows its menu at mouseDown; the text engine has none.
 void RichTextBox::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        Q_EMIT menuKeyPressed(viewport()->mapToGlobal(characterRect(caret()).bottomLeft()));
     event->accept();
 }
 

@@ -279,13 +279,17 @@ void RichTextBox::settleStyles() const {
     send(SCI_SETSTYLING, end - from, *settled.furtherLines);
 }
 
+void RichTextBox::refreshLineIndex() {
+    if (!std::exchange(lineIndexIsStale_, false))
+        return;
+    // The text engine miscounts the characters of such lines.
+    send(SCI_RELEASELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF32);
+    send(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF32);
+}
+
 void RichTextBox::settleEdit() {
     settleStyles();
-    if (std::exchange(lineIndexIsStale_, false)) {
-        // The text engine miscounts the characters of such lines.
-        send(SCI_RELEASELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF32);
-        send(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF32);
-    }
+    refreshLineIndex();
     if (typing_ && typing_->at != send(SCI_GETCURRENTPOS))
         typing_.reset();
     if (textChanged_ && !composing_) {

@@ -1,0 +1,48 @@
+#include "findref/Form1.h"
+
+#include "platform/units.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace blockhouse {
+namespace {
+
+constexpr int margin = toPixels(Twips{120}).value;
+constexpr int boxTop = toPixels(Twips{360}).value;
+constexpr int rightMargin = toPixels(Twips{7005 - 120 - 6612}).value;
+
+} // namespace
+
+Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
+    setObjectName(QStringLiteral("Form1"));
+    setWindowTitle(QStringLiteral("Form1"));
+    Label1->setObjectName(QStringLiteral("Label1"));
+    Label1->setAccessibleName(tr("Number of characters"));
+    Label1->move(margin, (boxTop - Label1->sizeHint().height()) / 4);
+    RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
+    RichTextBox1->setAccessibleName(tr("Text to count"));
+    connect(RichTextBox1, &RichTextBox::changed, this, &Form1::showLength);
+    RichTextBox1->setText("Text1");
+    resize(toPixels(Twips{7005}).value, toPixels(Twips{6720}).value);
+}
+
+void Form1::resizeEvent(QResizeEvent*) {
+    RichTextBox1->setGeometry(margin, boxTop, std::max(width() - margin - rightMargin, 0),
+                              std::max(height() - boxTop - margin, 0));
+}
+
+void Form1::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void Form1::showLength() {
+    Label1->setText(QStringLiteral("length: %1").arg(RichTextBox1->textLength()));
+    Label1->adjustSize();
+}
+
+} // namespace blockhouse

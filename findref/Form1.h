@@ -1,0 +1,28 @@
+// The character-count window: how many characters the text in its box has, counted as the editor counts them.
+#pragma once
+
+#include "platform/RichTextBox.h"
+
+#include <QLabel>
+#include <QWidget>
+
+namespace blockhouse {
+
+class Form1 : public QWidget {
+    Q_OBJECT
+
+public:
+    Form1();
+
+    RichTextBox* RichTextBox1;
+    QLabel* Label1;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void showLength();
+};
+
+} // namespace blockhouse

@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "editor/fr_edit.h"
+#include "findref/Form1.h"
 #include "platform/PictureBox.h"
 #include "shell/DrawProgress.h"
 #include "shell/Fr_main.h"
@@ -18,6 +19,7 @@ Program::Program(ListFiles files) : files_(std::move(files)) {}
 
 Program::~Program() {
     delete splash_;
+    delete form1_;
 }
 
 void Program::start() {
@@ -66,6 +68,34 @@ void Program::windowOpened(WindowHandle window, const QString& caption) {
 
 void Program::windowClosed(WindowHandle window) {
     fr_main().Toolbar1->removeWindow(window);
+}
+
+const EntryList& Program::jumps() const {
+    return fr_main_->jumps;
+}
+
+bool Program::explorerVisible() const {
+    return fr_main_->explorerVisible();
+}
+
+void Program::setExplorerVisible(bool visible) {
+    fr_main_->setExplorerVisible(visible);
+}
+
+void Program::countCharacters(std::string_view text) {
+    Form1& window = form1();
+    window.RichTextBox1->setText(text);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+Form1& Program::form1() {
+    if (!form1_) {
+        form1_ = new Form1;
+        form1_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    return *form1_;
 }
 
 } // namespace blockhouse

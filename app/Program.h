@@ -13,6 +13,7 @@
 
 namespace blockhouse {
 
+class Form1;
 class fr_edit;
 class Fr_main;
 class Splash;
@@ -32,6 +33,9 @@ public:
     // Made and loaded when first asked for; not shown by that.
     [[nodiscard]] Fr_main& fr_main();
 
+    // The character-count window, made when first asked for and anew after it was closed; not shown by that.
+    [[nodiscard]] Form1& form1();
+
     // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none.
     void openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
 
@@ -43,10 +47,15 @@ private:
     void drawProgress(PictureBox& box, double value, double maximum) override;
     void windowOpened(WindowHandle window, const QString& caption) override;
     void windowClosed(WindowHandle window) override;
+    const EntryList& jumps() const override;
+    bool explorerVisible() const override;
+    void setExplorerVisible(bool visible) override;
+    void countCharacters(std::string_view text) override;
 
     ListFiles files_;
     QPointer<Splash> splash_;
     std::unique_ptr<Fr_main> fr_main_;
+    QPointer<Form1> form1_;
     bool ended_ = false;
 };
 

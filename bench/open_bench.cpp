@@ -6,6 +6,7 @@
 // One process per measurement: peak memory is a process's own, and a second opening would find a warm heap.
 #include "app/Program.h"
 #include "bench/generated_text.h"
+#include "bench/measure.h"
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
 #include "editor/textboxbas.h"
@@ -39,12 +40,6 @@ double megabytesOf(const char* field) {
         if (line.starts_with(field))
             return std::stod(line.substr(line.find_first_of("0123456789"))) * 1024 / 1e6;
     return 0;
-}
-
-void paint(QWidget& window) {
-    QCoreApplication::processEvents();
-    window.repaint();
-    QCoreApplication::processEvents();
 }
 
 void report(double seconds, double before) {
@@ -132,15 +127,7 @@ Figures median(const QString& what, const QString& folder, const QString& file, 
         }
         seconds.push_back(s), rest.push_back(r), peak.push_back(p);
     }
-    const auto middle = [](std::vector<double>& values) {
-        std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-        return values[values.size() / 2];
-    };
-    return {middle(seconds), middle(rest), middle(peak)};
-}
-
-void row(const char* what, double value, double bound) {
-    std::printf("%-66s %8.2f  at most %5.2f  %s\n", what, value, bound, value <= bound ? "met" : "NOT MET");
+    return {quantile(seconds, 0.5), quantile(rest, 0.5), quantile(peak, 0.5)};
 }
 
 // Seconds from the start of another editor until it rests: the last time its processor time was seen to grow.
@@ -191,8 +178,7 @@ void comparePeer(const QString& folder, const QString& file, double openSeconds,
         }
         seconds.push_back(*settled);
     }
-    std::nth_element(seconds.begin(), seconds.begin() + runs / 2, seconds.end());
-    const double peer = seconds[static_cast<std::size_t>(runs / 2)];
+    const double peer = quantile(seconds, 0.5);
     std::printf("geany, 10 MB, from start to rest: %.1f ms\n", peer * 1000);
     row("Openfile of 10 MB, over geany from start to rest", openSeconds / peer, 1);
 }

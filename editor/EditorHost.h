@@ -1,9 +1,12 @@
 // What an editor window needs from the program around it.
 #pragma once
 
+#include "platform/EntryList.h"
 #include "platform/window_handles.h"
 
 #include <QString>
+
+#include <string_view>
 
 namespace blockhouse {
 
@@ -18,6 +21,15 @@ public:
 
     // The window bar gets the window's button, pressed; every other editor window is minimised.
     virtual void windowOpened(WindowHandle window, const QString& caption) = 0;
+    // The names of the settings that the user jumps to.
+    [[nodiscard]] virtual const EntryList& jumps() const = 0;
+
+    [[nodiscard]] virtual bool explorerVisible() const = 0;
+    virtual void setExplorerVisible(bool visible) = 0;
+
+    // Shows the character-count window with this text in it.
+    virtual void countCharacters(std::string_view text) = 0;
+
     // The window is going away: its button goes too.
     virtual void windowClosed(WindowHandle window) = 0;
 };

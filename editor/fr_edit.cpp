@@ -2,6 +2,7 @@
 
 #include "editor/BlockListModel.h"
 #include "editor/EditorHost.h"
+#include "editor/FindPanel.h"
 
 #include <QCloseEvent>
 #include <QListView>
@@ -45,7 +46,9 @@ QComboBox* dropDownList(QWidget* parent) {
 fr_edit::fr_edit(EditorHost& host, QWidget* parent)
     : QWidget(parent), host_(host), handle_(handleOf(this)), blocks_(new BlockListModel(this)) {
     setObjectName(QStringLiteral("fr_edit"));
+    makeToolbar();
     makeControls();
+    makeMenus();
     resize(sizeHint());
     layOut();
 }
@@ -72,7 +75,16 @@ void fr_edit::makeControls() {
     Picture1 = named(new PictureBox(this), "Picture1", tr("Status strip"));
     thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"));
     thebar->setGeometry(place(120, 0, 1332, 132));
+    FindFrame = new FindPanel(*txt_edit, this);
+    FindFrame->move(pixels(1920), pixels(840));
     setFocusProxy(txt_edit);
+
+    connect(List1, &QComboBox::currentIndexChanged, this, &fr_edit::onBlockSelected);
+    connect(List1, &QComboBox::activated, this, &fr_edit::onBlockActivated);
+    connect(Combo1, &QComboBox::activated, this, &fr_edit::chooseSetting);
+    txt_edit->setKeyDown([this](const QKeyEvent& event) { return assistTyping(event); });
+    // Told after the event that brought the characters: a message box serves events of its own.
+    connect(txt_edit, &RichTextBox::charactersReplaced, this, &fr_edit::tellCharactersReplaced, Qt::QueuedConnection);
 }
 
 // --- Layout -----------------------------------------------------------------------------------------------------
@@ -97,6 +109,7 @@ QSize fr_edit::outerSize() const {
 void fr_edit::layOut() {
     const Twips width = toTwips(Pixels{outerSize().width()});
     const Twips height = toTwips(Pixels{outerSize().height()});
+    Toolbar1->setGeometry(0, 0, this->width(), pixels(600));
     Picture1->setGeometry(0, this->height() - pixels(132), this->width(), pixels(132));
 
     // A control that cannot take its size ends the layout, so that none gets a size that no longer fits the others.

@@ -2,12 +2,16 @@
 #pragma once
 
 #include "editor/block_scan.h"
+#include "editor/typing_assistance.h"
+#include "platform/MenuSource.h"
 #include "platform/PictureBox.h"
 #include "platform/Result.h"
 #include "platform/RichTextBox.h"
 #include "platform/window_handles.h"
 
 #include <QComboBox>
+#include <QMenu>
+#include <QToolBar>
 #include <QWidget>
 
 #include <string>
@@ -17,8 +21,9 @@ namespace blockhouse {
 
 class BlockListModel;
 class EditorHost;
+class FindPanel;
 
-class fr_edit : public QWidget {
+class fr_edit : public QWidget, public MenuSource {
     Q_OBJECT
 
 public:
@@ -38,13 +43,30 @@ public:
     // 0-based index of the first entry of the block list equal to `what` ignoring case, or -1.
     [[nodiscard]] int Findin(std::string_view what) const;
 
+    // Fills Combo1 for the block whose header lies at or just before the 1-based position i.
+    void Makekeywords(TextPosition i);
+    // 0-based index of the first entry of Combo1 equal to `what` ignoring case, or -1.
+    [[nodiscard]] int FindinCombo(std::string_view what) const;
+
+    // Each writes the text up to its last block's end; a failure is told and loses nothing.
+    void Save();
+    void SaveAs();
+    // As Save(), but asks for a file name if there is none.
+    void ToolbarSave();
+
+    QList<QMenu*> menus() override;
+
     [[nodiscard]] WindowHandle handle() const { return handle_; }
 
     std::string Filepath;
     std::string Filetext;
     int BlockKind = 0; // of the names in List1; 0 until one has been listed
 
+    QToolBar* Toolbar1;
     RichTextBox* txt_edit;
+    FindPanel* FindFrame;
+    QMenu* mnu_lil; // the text box's pop-up menu
+    QAction* mnu_fileex;
     QComboBox* List1;
     QComboBox* Combo1;
     PictureBox* Picture1;
@@ -57,7 +79,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void makeToolbar();
     void makeControls();
+    void makeMenus();
+    QAction* addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
+                        void (fr_edit::*act)());
     void layOut();
     [[nodiscard]] QSize outerSize() const;
 
@@ -67,10 +93,37 @@ private:
     [[nodiscard]] bool fillBlockList();
     void selectBlock(std::ptrdiff_t startout);
 
+    void showPopup(QPoint globalPosition);
+    void toggleExplorer();
+    void countCharacters();
+    void openFindPanel();
+    void copySelection();
+    void cutSelection();
+    void pasteOverSelection();
+    void tellCharactersReplaced();
+
+    [[nodiscard]] bool assistTyping(const QKeyEvent& event);
+    void carryOut(const TextBoxAction& action);
+
+    void chooseBlock();
+    void onBlockSelected();
+    void onBlockActivated();
+    void chooseSetting();
+    void scrollCaretLineToTop();
+
+    // The text to write, which becomes Filetext.
+    void takeSnapshot();
+    void writeTo(const std::string& path);
+    [[nodiscard]] std::string askForFileName();
+
     EditorHost& host_;
     const WindowHandle handle_;
     BlockListModel* blocks_;
+    TypingAssistance typing_;
+    QList<QMenu*> menus_;
     bool closing_ = false;
+    bool blockJustChosen_ = false; // in this round of the event loop
+    bool toldCharactersReplaced_ = false;
 };
 
 } // namespace blockhouse

@@ -1,9 +1,9 @@
-#include "editor/EditorHost.h"
 #include "editor/fr_edit.h"
 #include "platform/files.h"
 #include "platform/message_box.h"
 #include "platform/window_lock.h"
 #include "tests/editor/box_look.h"
+#include "tests/editor/FakeHost.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
 
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int progressSteps = 7;
 
-class RecordingHost : public EditorHost {
+class RecordingHost : public FakeHost {
 public:
     void drawProgress(PictureBox& box, double value, double maximum) override {
         EXPECT_EQ(box.objectName(), QStringLiteral("thebar"));

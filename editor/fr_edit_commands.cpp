@@ -1,0 +1,127 @@
+// The editor window's toolbar, menus and pop-up menu, and the commands that are no more than a line or two.
+#include "editor/EditorHost.h"
+#include "editor/FindPanel.h"
+#include "editor/fr_edit.h"
+#include "platform/message_box.h"
+#include "platform/svg_icon.h"
+
+// Resources of a static library are dropped by the linker unless asked for, and the macro wants global scope.
+static void keepResources() {
+    Q_INIT_RESOURCE(editor);
+}
+
+namespace blockhouse {
+
+void fr_edit::makeToolbar() {
+    keepResources();
+    Toolbar1 = new QToolBar(this);
+    Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
+    Toolbar1->setAccessibleName(tr("Editor commands"));
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const auto button = [this](const char* picture, const QString& caption, const QString& toolTip) {
+        QAction* action = Toolbar1->addAction(svgIcon(QLatin1String(picture), {16, 24, 32, 48}), caption);
+        action->setToolTip(toolTip);
+        return action;
+    };
+    // The buttons' places are the second and the fourth.
+    Toolbar1->addSeparator();
+    connect(button(":/editor/artwork/save.svg", tr("Save"), tr("Save the file (Ctrl+S)")), &QAction::triggered, this,
+            &fr_edit::ToolbarSave);
+    Toolbar1->addSeparator();
+    connect(button(":/editor/artwork/search.svg", tr("Search"), tr("Find in this file (Ctrl+F)")), &QAction::triggered,
+            this, &fr_edit::openFindPanel);
+}
+
+QAction* fr_edit::addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
+                             void (fr_edit::*act)()) {
+    QAction* command = menu->addAction(caption);
+    command->setObjectName(QLatin1String(name));
+    command->setShortcut(shortcut);
+    // Several editors are open at once: a shortcut is for the one that has the focus.
+    command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(command);
+    if (act)
+        connect(command, &QAction::triggered, this, act);
+    return command;
+}
+
+void fr_edit::makeMenus() {
+    const auto menu = [this](const char* name, const QString& caption) {
+        auto* made = new QMenu(caption, this);
+        made->setObjectName(QLatin1String(name));
+        return made;
+    };
+    QMenu* file = menu("mnu_file", tr("&File"));
+    addCommand(file, "mnu_getchar", tr("&Getchar"), {}, &fr_edit::countCharacters);
+    addCommand(file, "mnu_save", tr("&Save"), QKeySequence::Save, &fr_edit::Save);
+    addCommand(file, "mnu_saveas", tr("Save &As"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), &fr_edit::SaveAs);
+    QMenu* edit = menu("mnu_edit", tr("&Edit"));
+    addCommand(edit, "mnu_Find", tr("&Find"), QKeySequence::Find, &fr_edit::openFindPanel);
+    QMenu* view = menu("mnu_view", tr("&View"));
+    mnu_fileex = addCommand(view, "mnu_fileex", tr("File &Explorer"), {}, &fr_edit::toggleExplorer);
+    mnu_fileex->setCheckable(true);
+    menus_ = {file, edit, view};
+
+    mnu_lil = menu("mnu_lil", QStringLiteral("lilmenu"));
+    addCommand(mnu_lil, "mnu_copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), &fr_edit::copySelection);
+    addCommand(mnu_lil, "mnu_cut", tr("Cu&t"), QKeySequence(Qt::CTRL | Qt::Key_X), &fr_edit::cutSelection);
+    addCommand(mnu_lil, "mnu_paste", tr("&Paste"), QKeySequence(Qt::CTRL | Qt::Key_V), &fr_edit::pasteOverSelection);
+    mnu_lil->addSeparator()->setObjectName(QStringLiteral("sdjhakshd"));
+    // There is no reference search to hand the word to yet.
+    addCommand(mnu_lil, "mnu_findref", tr("Find &Refrense"), {}, nullptr)->setEnabled(false);
+
+    connect(txt_edit, &RichTextBox::mouseDown, this, [this](Qt::MouseButton button, QPoint position) {
+        if (button != Qt::RightButton)
+            return;
+        // A click on a word is about that word, unless it is about what is selected.
+        const std::ptrdiff_t clicked = txt_edit->positionAt(position);
+        const std::ptrdiff_t start = txt_edit->selStart();
+        if (clicked < start || clicked > start + txt_edit->selLength())
+            txt_edit->setSelStart(clicked);
+        showPopup(txt_edit->viewport()->mapToGlobal(position));
+    });
+    connect(txt_edit, &RichTextBox::menuKeyPressed, this, &fr_edit::showPopup);
+}
+
+QList<QMenu*> fr_edit::menus() {
+    return menus_;
+}
+
+void fr_edit::showPopup(QPoint globalPosition) {
+    mnu_lil->popup(globalPosition);
+}
+
+void fr_edit::copySelection() {
+    txt_edit->copy();
+}
+
+void fr_edit::cutSelection() {
+    txt_edit->cut();
+}
+
+void fr_edit::pasteOverSelection() {
+    txt_edit->paste();
+}
+
+void fr_edit::countCharacters() {
+    host_.countCharacters(txt_edit->text());
+}
+
+void fr_edit::openFindPanel() {
+    FindFrame->open();
+}
+
+// Only this window's own check mark follows; it starts without one whatever the panel shows.
+void fr_edit::toggleExplorer() {
+    const bool show = !host_.explorerVisible();
+    host_.setExplorerVisible(show);
+    mnu_fileex->setChecked(show);
+}
+
+void fr_edit::tellCharactersReplaced() {
+    if (std::exchange(toldCharactersReplaced_, true))
+        return;
+    tell(window(), tr("Some characters cannot be kept in a file of this kind. Each was replaced by \"?\"."));
+}
+
+} // namespace blockhouse

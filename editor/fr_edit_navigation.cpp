@@ -1,0 +1,71 @@
+// Jumping to a block and to a setting inside it.
+#include "editor/BlockListModel.h"
+#include "editor/EditorHost.h"
+#include "editor/fr_edit.h"
+#include "editor/navigation.h"
+#include "editor/textboxbas.h"
+#include "platform/codepage.h"
+
+#include <QTimer>
+
+namespace blockhouse {
+
+// A list announces a choice twice if it changes the selected entry, and once if it was selected already.
+void fr_edit::onBlockSelected() {
+    chooseBlock();
+    blockJustChosen_ = true;
+    QTimer::singleShot(0, this, [this] { blockJustChosen_ = false; });
+}
+
+void fr_edit::onBlockActivated() {
+    if (!blockJustChosen_)
+        chooseBlock();
+}
+
+void fr_edit::chooseBlock() {
+    const int index = List1->currentIndex();
+    if (index < 0)
+        return;
+    const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
+    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)).value);
+    Makekeywords(settingsStart(CaretPosition{txt_edit->selStart()}));
+    scrollCaretLineToTop();
+}
+
+void fr_edit::Makekeywords(TextPosition i) {
+    Combo1->clear();
+    const std::optional<std::string_view> ascii = txt_edit->asciiText();
+    const std::string decoded = ascii ? std::string() : txt_edit->text();
+    const std::string_view text = ascii.value_or(decoded);
+    if (text.empty())
+        return;
+    const int kind = List1->currentData().toInt();
+    for (const SettingEntry& setting : settingsOf(text, kind, i, host_.jumps()))
+        Combo1->addItem(QString::fromStdString(codepage::toUtf8(setting.name)),
+                        static_cast<qlonglong>(setting.itemData.value));
+    Combo1->setCurrentIndex(-1);
+}
+
+int fr_edit::FindinCombo(std::string_view what) const {
+    for (int index = 0; index < Combo1->count(); ++index) {
+        const std::string name = codepage::fromUtf8(Combo1->itemText(index).toStdString()).bytes;
+        if (codepage::equalIgnoringCase(name, what))
+            return index;
+    }
+    return -1;
+}
+
+void fr_edit::chooseSetting() {
+    if (Combo1->currentIndex() < 0)
+        return;
+    // A position that edits have left beyond the text's end means that end.
+    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->currentData().toLongLong()}).value);
+    scrollCaretLineToTop();
+}
+
+void fr_edit::scrollCaretLineToTop() {
+    ScrollLines(*txt_edit, 0, GetCurrentLine(*txt_edit) - GetFirstVisibleLine(*txt_edit));
+    txt_edit->setFocus();
+}
+
+} // namespace blockhouse

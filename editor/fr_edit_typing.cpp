@@ -1,0 +1,80 @@
+// Carries out on the text box what the typing rules answer to a key.
+#include "editor/fr_edit.h"
+
+#include <QKeyEvent>
+
+namespace blockhouse {
+namespace {
+
+// By the character typed, so that any keyboard layout works and ":" begins no comment.
+Key keyOf(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_Tab:
+        return Key::Tab;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return Key::Enter;
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+        return Key::Arrow;
+    case Qt::Key_Backspace:
+        return Key::Backspace;
+    case Qt::Key_Space:
+        return Key::Space;
+    default:
+        return event.text() == QLatin1String(";") ? Key::Semicolon : Key::Other;
+    }
+}
+
+class BoxText : public TextView {
+public:
+    explicit BoxText(const RichTextBox& box) : box_(box) {}
+
+    std::ptrdiff_t length() const override { return box_.textLength(); }
+
+    std::string textAt(std::ptrdiff_t start, std::ptrdiff_t length) const override {
+        return box_.textAt(start, length);
+    }
+
+private:
+    const RichTextBox& box_;
+};
+
+template <typename... Handlers>
+struct Overloaded : Handlers... {
+    using Handlers::operator()...;
+};
+
+} // namespace
+
+bool fr_edit::assistTyping(const QKeyEvent& event) {
+    const TextRange selection{txt_edit->selStart(), txt_edit->selLength()};
+    const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));
+    for (const TextBoxAction& action : answer.actions)
+        carryOut(action);
+    return answer.cancelKey;
+}
+
+void fr_edit::carryOut(const TextBoxAction& action) {
+    const Overloaded carry{
+        [this](const SetSelColor& set) { txt_edit->setSelColor(set.colour); },
+        [this](const SetTextColor& set) {
+            txt_edit->setTextColor({&set.range, 1}, set.colour);
+        },
+        [this](const SetSelStart& set) { txt_edit->setSelStart(set.caret.value); },
+        [this](const SetText& set) {
+            txt_edit->setSelStart(set.range.start);
+            txt_edit->setSelLength(set.range.length);
+            txt_edit->setSelText(set.text);
+            // Afterwards, so that undoing brings the old text back in its old colour.
+            const TextRange written{set.range.start, static_cast<std::ptrdiff_t>(set.text.size())};
+            txt_edit->setTextColor({&written, 1}, set.colour);
+            txt_edit->setSelColor(set.colour);
+        },
+    };
+    std::visit(carry, action);
+}
+
+} // namespace blockhouse

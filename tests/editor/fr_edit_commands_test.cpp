@@ -1,0 +1,323 @@
+// The editor window's commands, driven through its menus, lists and buttons.
+#include "editor/FindPanel.h"
+#include "editor/fr_edit.h"
+#include "platform/files.h"
+#include "tests/editor/FakeHost.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+namespace blockhouse {
+namespace {
+
+// Acts on the modal window that the next call opens.
+template <typename Dialog>
+void whenModal(std::function<void(Dialog&)> act) {
+    QTimer::singleShot(0, [act] {
+        if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+            act(*dialog);
+        else
+            whenModal<Dialog>(act);
+    });
+}
+
+constexpr const char* threeBlocks = "; head\r\n"
+                                    "Object AlphaTower\r\n  Armor = A\r\n  Body = B\r\nEnd\r\n"
+                                    "Object BravoTower\r\n  Hull = C\r\n  body = D\r\nEnd\r\n"
+                                    "Object CharlieTower\r\n  Armor = E\r\nEnd\r\n";
+
+class Commands : public testing::Test {
+protected:
+    void open(const std::string& text) {
+        path = folder.file("data.ini", text);
+        editor.show();
+        editor.Openfile(path);
+    }
+
+    void trigger(const char* command) { editor.findChild<QAction*>(QLatin1String(command))->trigger(); }
+
+    [[nodiscard]] std::string onDisk(const std::string& file) const { return readWholeFile(file).value(); }
+
+    [[nodiscard]] RichTextBox& box() { return *editor.txt_edit; }
+
+    void expectTopLine(int line) { EXPECT_EQ(box().firstVisibleLine(), line); }
+
+    TempFolder folder;
+    std::string path;
+    FakeHost host;
+    fr_edit editor{host};
+};
+
+TEST_F(Commands, SavesWriteUpToTheCharacterAfterTheLastEnd) {
+    open("Object Alpha\r\nEnd\r\n;gone\r\n");
+    QTest::keyClicks(&box(), "x");
+    trigger("mnu_save");
+    EXPECT_EQ(onDisk(path), "xObject Alpha\r\nEnd\r");
+    EXPECT_EQ(editor.Filetext, "xObject Alpha\r\nEnd\r");
+    EXPECT_EQ(box().text(), "xObject Alpha\r\nEnd\r\n;gone\r\n") << "what is not written stays in the editor";
+    QTest::keyClicks(&box(), "y");
+    editor.Toolbar1->actions().at(1)->trigger();
+    EXPECT_EQ(onDisk(path), "xyObject Alpha\r\nEnd\r");
+}
+
+TEST_F(Commands, SaveAsWritesElsewhereAndChangesNothingElse) {
+    open("One\r\nEnd\r\n");
+    const std::string other = folder.path("other.ini");
+    whenModal<QFileDialog>([&](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        EXPECT_EQ(name->text(), QStringLiteral("data.ini"));
+        name->setText(QString::fromStdString(other));
+        QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    });
+    trigger("mnu_saveas");
+    EXPECT_EQ(onDisk(other), "One\r\nEnd\r");
+    EXPECT_EQ(onDisk(path), "One\r\nEnd\r\n");
+    EXPECT_EQ(editor.Filepath, path);
+    EXPECT_EQ(editor.windowTitle(), QStringLiteral("/data.ini"));
+
+    box().setText("Two\r\nEnd");
+    whenModal<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
+    trigger("mnu_saveas");
+    EXPECT_EQ(onDisk(other), "One\r\nEnd\r");
+    trigger("mnu_save");
+    EXPECT_EQ(onDisk(path), "Two\r\nEnd");
+}
+
+TEST_F(Commands, AFailedSaveIsToldAndLosesNothing) {
+    open("One\r\nEnd\r\n");
+    QTest::keyClicks(&box(), "x");
+    std::filesystem::remove_all(folder.path());
+    QString told;
+    whenModal<QMessageBox>([&](QMessageBox& message) {
+        told = message.text();
+        message.accept();
+    });
+    trigger("mnu_save");
+    EXPECT_TRUE(told.contains(QString::fromStdString(path))) << told.toStdString();
+    EXPECT_TRUE(told.contains(QStringLiteral("No such file or directory"))) << told.toStdString();
+    EXPECT_EQ(box().text(), "xOne\r\nEnd\r\n");
+    folder.file("data.ini");
+    trigger("mnu_save");
+    EXPECT_EQ(onDisk(path), "xOne\r\nEnd\r");
+}
+
+TEST_F(Commands, ToolbarSaveAsksForANameWhereThereIsNone) {
+    open("One\r\nEnd\r\n");
+    editor.Filepath.clear();
+    const std::string chosen = folder.path("chosen.ini");
+    whenModal<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QString::fromStdString(chosen));
+        QTest::keyClick(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+    });
+    editor.Toolbar1->actions().at(1)->trigger();
+    EXPECT_EQ(onDisk(chosen), "One\r\nEnd\r");
+    EXPECT_EQ(editor.Filepath, chosen);
+}
+
+TEST_F(Commands, ChoosingABlockAndASettingJumpsToTheirLines) {
+    for (const char* lineEnd : {"\r\n", "\r", "\n"}) {
+        fr_edit window(host);
+        std::string text = threeBlocks;
+        for (int more = 0; more < 200; ++more)
+            text += ";\r\n";
+        for (std::size_t at = 0; (at = text.find("\r\n", at)) != text.npos; at += std::string_view(lineEnd).size())
+            text.replace(at, 2, lineEnd);
+        host.jumpList.clear();
+        for (const char* jump : {"Armor", "Body", "Absent", "BODY"})
+            host.jumpList.add(jump);
+        window.show();
+        window.Openfile(folder.file("jumps.ini", text));
+        ASSERT_EQ(window.List1->count(), 3);
+        EXPECT_EQ(window.Combo1->count(), 0);
+
+        window.List1->setCurrentIndex(0);
+        window.List1->setCurrentIndex(1);
+        RichTextBox& box = *window.txt_edit;
+        EXPECT_EQ(box.selStart(), static_cast<std::ptrdiff_t>(text.find("Object BravoTower")));
+        EXPECT_EQ(box.firstVisibleLine(), 5);
+        ASSERT_EQ(window.Combo1->count(), 2) << "the settings of this block alone";
+        EXPECT_EQ(window.Combo1->itemText(0), QStringLiteral("Body"));
+        EXPECT_EQ(window.Combo1->itemData(1).toInt(), 0) << "an equal name has no place of its own";
+        EXPECT_EQ(window.FindinCombo("bODy"), 0);
+
+        window.Combo1->setCurrentIndex(0);
+        Q_EMIT window.Combo1->activated(0);
+        EXPECT_EQ(box.selStart(), static_cast<std::ptrdiff_t>(text.find("body")) + 1);
+        EXPECT_EQ(box.firstVisibleLine(), 7);
+        box.setText("short");
+        Q_EMIT window.Combo1->activated(0);
+        EXPECT_EQ(box.selStart(), 5);
+    }
+}
+
+TEST_F(Commands, ABlockChosenAgainIsJumpedToAgain) {
+    open(threeBlocks);
+    editor.List1->setCurrentIndex(2);
+    const auto place = box().selStart();
+    QCoreApplication::processEvents();
+    box().setSelStart(0);
+    Q_EMIT editor.List1->activated(2);
+    EXPECT_EQ(box().selStart(), place);
+}
+
+TEST_F(Commands, ClipboardCommands) {
+    open("alpha beta\r\nEnd\r\n");
+    box().setSelStart(0);
+    box().setSelLength(5);
+    trigger("mnu_cut");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("alpha"));
+    box().setSelStart(5);
+    trigger("mnu_paste");
+    EXPECT_EQ(box().text(), " betaalpha\r\nEnd\r\n");
+    EXPECT_EQ(box().selStart(), 10);
+    trigger("mnu_copy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QString());
+    box().setSelLength(2);
+    trigger("mnu_paste");
+    EXPECT_EQ(box().text(), " betaalphaEnd\r\n") << "an empty clipboard replaces by nothing";
+}
+
+TEST_F(Commands, OnlyTheRightButtonOpensThePopUp) {
+    open("alpha beta gamma\r\nEnd\r\n");
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton}) {
+        QTest::mouseClick(box().viewport(), button, {}, QPoint(40, 8));
+        EXPECT_FALSE(editor.mnu_lil->isVisible());
+    }
+    box().setSelStart(0);
+    QTest::mouseClick(box().viewport(), Qt::RightButton, {}, box().characterRect(8).center());
+    EXPECT_TRUE(editor.mnu_lil->isVisible());
+    EXPECT_NEAR(static_cast<double>(box().selStart()), 8, 1) << "a click on a word is about that word";
+    QStringList captions;
+    for (const QAction* action : editor.mnu_lil->actions())
+        captions << action->text().remove(QLatin1Char('&'));
+    EXPECT_EQ(captions, QStringList({"Copy", "Cut", "Paste", "", "Find Refrense"}));
+    editor.mnu_lil->close();
+}
+
+TEST_F(Commands, GetcharAndExplorerReachTheProgram) {
+    open("a\r\nEnd");
+    trigger("mnu_getchar");
+    EXPECT_EQ(host.counted, "a\r\nEnd");
+    EXPECT_FALSE(editor.mnu_fileex->isChecked());
+    trigger("mnu_fileex");
+    EXPECT_FALSE(host.explorer);
+    EXPECT_FALSE(editor.mnu_fileex->isChecked());
+    trigger("mnu_fileex");
+    EXPECT_TRUE(host.explorer);
+    EXPECT_TRUE(editor.mnu_fileex->isChecked());
+}
+
+// --- The find panel ---------------------------------------------------------------------------------------------
+
+class Finding : public Commands {
+protected:
+    void SetUp() override {
+        open("Foo bar foo\r\nfoo End FOO\r\nWeaponEnd x\r\nEnd");
+        trigger("mnu_Find");
+        panel.Check1->setChecked(false);
+    }
+
+    void expectSelected(std::ptrdiff_t start, std::ptrdiff_t length) {
+        EXPECT_EQ(box().selStart(), start);
+        EXPECT_EQ(box().selLength(), length);
+    }
+
+    static void click(QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); }
+
+    FindPanel& panel = *editor.FindFrame;
+};
+
+TEST_F(Finding, StepsThroughTheOccurrencesWithoutWrapping) {
+    EXPECT_TRUE(panel.isVisible());
+    panel.Txt_find->setText(QStringLiteral("FOO"));
+    click(panel.Command2);
+    expectSelected(0, 3);
+    click(panel.Command2);
+    expectSelected(0, 3);
+    for (const std::ptrdiff_t next : {8, 13, 21}) {
+        click(panel.Command3);
+        expectSelected(next, 3);
+    }
+    expectTopLine(0); // a short text has nothing to scroll
+    click(panel.Command3);
+    expectSelected(21, 3);
+}
+
+TEST_F(Finding, NothingFoundSelectsAsMuchFromTheCaretOn) {
+    box().setSelStart(4);
+    panel.Txt_find->setText(QStringLiteral("absent"));
+    const QPalette before = panel.Txt_find->palette();
+    click(panel.Command2);
+    expectSelected(4, 6);
+    EXPECT_NE(panel.Txt_find->palette(), before);
+    panel.Txt_find->setText({});
+    EXPECT_EQ(panel.Txt_find->palette(), before);
+    for (QPushButton* button : {panel.Command2, panel.Command3, panel.replaceButton, panel.replaceAllButton})
+        button->click();
+    expectSelected(4, 6);
+}
+
+TEST_F(Finding, AWholeWordIsOneThatABlankFollows) {
+    panel.Check1->setChecked(true);
+    panel.Txt_find->setText(QStringLiteral("end"));
+    click(panel.Command2);
+    expectSelected(17, 3);
+    click(panel.Command3);
+    expectSelected(32, 3);
+    click(panel.Command3);
+    expectSelected(32, 3);
+}
+
+TEST_F(Finding, KeysOfThePanel) {
+    QTest::keyClicks(panel.Txt_find, "foo");
+    for (const std::ptrdiff_t next : {0, 8}) {
+        QTest::keyClick(panel.Txt_find, Qt::Key_Return);
+        expectSelected(next, 3);
+    }
+    QTest::keyClick(panel.Txt_find, Qt::Key_Escape);
+    EXPECT_FALSE(panel.isVisible());
+    editor.Toolbar1->actions().at(3)->trigger();
+    EXPECT_TRUE(panel.isVisible());
+    EXPECT_EQ(panel.Txt_find->text(), QStringLiteral("foo"));
+    click(panel.Command1);
+    EXPECT_FALSE(panel.isVisible());
+}
+
+TEST_F(Finding, ReplacesOneByOneAndAllInOneUndoStep) {
+    EXPECT_FALSE(panel.txt_replace->isEnabled());
+    EXPECT_FALSE(panel.replaceButton->isVisible());
+    QTest::mouseClick(panel.Check2, Qt::LeftButton, {}, QPoint(8, panel.Check2->height() / 2));
+    EXPECT_TRUE(panel.txt_replace->isEnabled());
+    panel.Txt_find->setText(QStringLiteral("foo"));
+    panel.txt_replace->setText(QStringLiteral("foofoo"));
+    const std::string before = box().text();
+    click(panel.replaceButton);
+    expectSelected(0, 3);
+    click(panel.replaceButton);
+    EXPECT_EQ(box().text(), "foofoo" + before.substr(3));
+    expectSelected(11, 3);
+    box().undo();
+    EXPECT_EQ(box().text(), before);
+    click(panel.replaceAllButton);
+    EXPECT_EQ(box().text(), "foofoo bar foofoo\r\nfoofoo End foofoo\r\nWeaponEnd x\r\nEnd");
+    box().undo();
+    EXPECT_EQ(box().text(), before);
+}
+
+TEST_F(Finding, ThePanelFollowsTheCursorWhileItsStripIsHeld) {
+    QTest::mousePress(panel.Picture2, Qt::LeftButton);
+    EXPECT_TRUE(panel.Timer2->isActive());
+    QCursor::setPos(editor.frameGeometry().topLeft() + QPoint(113, 173));
+    QTRY_COMPARE(panel.pos(), QPoint(100, 100));
+    QTest::mouseRelease(panel.Picture2, Qt::LeftButton);
+    EXPECT_FALSE(panel.Timer2->isActive());
+}
+
+} // namespace
+} // namespace blockhouse

@@ -54,7 +54,8 @@ void Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
     auto* editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
     QMdiSubWindow* frame = area->addSubWindow(editor);
-    frame->resize(frame->sizeHint().boundedTo(area->viewport()->size()));
+    // At the top left: the others are about to be minimised, and this one need not keep out of their way.
+    frame->setGeometry(QRect(QPoint(), frame->sizeHint().boundedTo(area->viewport()->size())));
     editor->Openfile(path, Startout);
 }
 

@@ -112,7 +112,7 @@ void FindPanel::makeButtons() {
         connect(made, &QPushButton::clicked, this, act);
         return made;
     };
-    Command2 = button("Command2", tr("&Find"), 3, 0, &FindPanel::Find);
+    Command2 = button("Command2", tr("F&ind"), 3, 0, &FindPanel::Find);
     Command3 = button("Command3", tr("Find &Next"), 3, 1, &FindPanel::FindNext);
     replaceButton = button("replaceButton", tr("Re&place"), 4, 0, &FindPanel::Replace);
     replaceAllButton = button("replaceAllButton", tr("Replace &All"), 4, 1, &FindPanel::ReplaceAll);
@@ -136,7 +136,6 @@ void FindPanel::open() {
 }
 
 void FindPanel::dismiss() {
-    Timer2->stop();
     hide();
     textBox_.setFocus();
 }
@@ -153,6 +152,12 @@ bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
 
 void FindPanel::followCursor() {
     move(QCursor::pos() - window()->frameGeometry().topLeft() - QPoint(dragLeft, dragTop));
+}
+
+// A strip that is held while the panel goes away is never released.
+void FindPanel::hideEvent(QHideEvent* event) {
+    Timer2->stop();
+    QFrame::hideEvent(event);
 }
 
 void FindPanel::keyPressEvent(QKeyEvent* event) {

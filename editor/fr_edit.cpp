@@ -81,6 +81,7 @@ void fr_edit::makeControls() {
 
     connect(List1, &QComboBox::currentIndexChanged, this, &fr_edit::onBlockSelected);
     connect(List1, &QComboBox::activated, this, &fr_edit::onBlockActivated);
+    connect(Combo1, &QComboBox::currentIndexChanged, this, &fr_edit::chooseSetting);
     connect(Combo1, &QComboBox::activated, this, &fr_edit::chooseSetting);
     txt_edit->setKeyDown([this](const QKeyEvent& event) { return assistTyping(event); });
     // Told after the event that brought the characters: a message box serves events of its own.

@@ -122,6 +122,7 @@ private:
     TypingAssistance typing_;
     QList<QMenu*> menus_;
     bool closing_ = false;
+    bool loading_ = false;         // the text box does not hold the file yet: nothing is typed, changed or saved
     bool blockJustChosen_ = false; // in this round of the event loop
     bool toldCharactersReplaced_ = false;
 };

@@ -96,11 +96,13 @@ void fr_edit::copySelection() {
 }
 
 void fr_edit::cutSelection() {
-    txt_edit->cut();
+    if (!loading_)
+        txt_edit->cut();
 }
 
 void fr_edit::pasteOverSelection() {
-    txt_edit->paste();
+    if (!loading_)
+        txt_edit->paste();
 }
 
 void fr_edit::countCharacters() {

@@ -6,6 +6,7 @@
 #include "editor/textboxbas.h"
 #include "platform/codepage.h"
 
+#include <QSignalBlocker>
 #include <QTimer>
 
 namespace blockhouse {
@@ -33,6 +34,8 @@ void fr_edit::chooseBlock() {
 }
 
 void fr_edit::Makekeywords(TextPosition i) {
+    // Filling the list selects its first entry for a moment, which nobody has chosen.
+    const QSignalBlocker unheard(Combo1);
     Combo1->clear();
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
@@ -65,7 +68,6 @@ void fr_edit::chooseSetting() {
 
 void fr_edit::scrollCaretLineToTop() {
     ScrollLines(*txt_edit, 0, GetCurrentLine(*txt_edit) - GetFirstVisibleLine(*txt_edit));
-    txt_edit->setFocus();
 }
 
 } // namespace blockhouse

@@ -16,15 +16,19 @@ namespace {
 
 constexpr std::size_t enoughBlocks = 3;
 
+// What the text engine and its undo history still count without overflow.
+constexpr std::size_t largestFile = 1'000'000'000;
+
 } // namespace
 
 void fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
     QWidget* frame = parentWidget() ? parentWidget() : this;
+    loading_ = true;
     frame->show();
     if (!progress(1, 10))
         return;
     Filepath = Txt_path;
-    Result<std::string> file = readWholeFile(Txt_path);
+    Result<std::string> file = readWholeFile(Txt_path, largestFile);
     if (!file)
         return refuse(file.error());
     if (!progress(1, 5))
@@ -46,6 +50,7 @@ void fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
     FormatBox();
     if (!self || closing_)
         return;
+    loading_ = false;
     thebar->Cls();
     txt_edit->setFocus();
 }

@@ -30,6 +30,8 @@ std::string fr_edit::askForFileName() {
 }
 
 void fr_edit::Save() {
+    if (loading_)
+        return;
     takeSnapshot();
     if (Filepath.empty())
         return tell(window(), tr("This text has no file yet. Use \"Save As\"."));
@@ -37,6 +39,8 @@ void fr_edit::Save() {
 }
 
 void fr_edit::SaveAs() {
+    if (loading_)
+        return;
     const QPointer<fr_edit> self(this);
     const std::string path = askForFileName();
     if (!self || path.empty())
@@ -46,6 +50,8 @@ void fr_edit::SaveAs() {
 }
 
 void fr_edit::ToolbarSave() {
+    if (loading_)
+        return;
     const QPointer<fr_edit> self(this);
     if (Filepath.empty()) {
         const std::string path = askForFileName();

@@ -10,6 +10,7 @@ namespace {
 Key keyOf(const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Tab:
+    case Qt::Key_Backtab:
         return Key::Tab;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -50,6 +51,8 @@ struct Overloaded : Handlers... {
 } // namespace
 
 bool fr_edit::assistTyping(const QKeyEvent& event) {
+    if (loading_)
+        return true;
     const TextRange selection{txt_edit->selStart(), txt_edit->selLength()};
     const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));
     for (const TextBoxAction& action : answer.actions)

@@ -16,8 +16,8 @@ namespace blockhouse {
 
 class RichTextBox;
 
-// Gives every whole-word, case-sensitive occurrence of each of Words the text colour Color; selection and first
-// visible line stay. Serves events.
+// Gives every whole-word, case-sensitive occurrence of each of Words the text colour Color. The selection is emptied,
+// its start and the first visible line stay. Serves events.
 void ColorKeywords(QWidget* Form, RichTextBox& Box, Colour Color, const std::vector<std::string>& Words, bool NoLock);
 
 // Gives the tail of every line, from its first Delimiter outside double quotes on, the background Color. Leaves the

@@ -20,15 +20,20 @@ Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
     setWindowTitle(QStringLiteral("Form1"));
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setAccessibleName(tr("Number of characters"));
-    Label1->move(margin, (boxTop - Label1->sizeHint().height()) / 4);
+    Label1->move(margin, 0);
     RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
     RichTextBox1->setAccessibleName(tr("Text to count"));
     connect(RichTextBox1, &RichTextBox::changed, this, &Form1::showLength);
     RichTextBox1->setText("Text1");
     resize(toPixels(Twips{7005}).value, toPixels(Twips{6720}).value);
+    layOut();
 }
 
 void Form1::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+void Form1::layOut() {
     RichTextBox1->setGeometry(margin, boxTop, std::max(width() - margin - rightMargin, 0),
                               std::max(height() - boxTop - margin, 0));
 }

@@ -22,6 +22,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void layOut();
     void showLength();
 };
 

@@ -8,6 +8,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -238,7 +239,11 @@ void RichTextBox::mousePressEvent(QMouseEvent* event) {
 
 void RichTextBox::mouseMoveEvent(QMouseEvent* event) {
     QMouseEvent plain = plainDrag(*event);
+    const QPointer<RichTextBox> self(this);
+    // Text dragged away is taken out before this returns; meanwhile the window may have been closed.
     QsciScintillaBase::mouseMoveEvent(&plain);
+    if (self)
+        settleEdit();
 }
 
 void RichTextBox::mouseReleaseEvent(QMouseEvent* event) {

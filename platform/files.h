@@ -12,8 +12,9 @@ namespace blockhouse {
 // True for an existing normal file (through links); false for directories, hidden files and at any error.
 [[nodiscard]] bool FileExists(const std::string& path);
 
-// Every byte of a normal file. A directory, a pipe or a device is an error, never a wait.
-Result<std::string> readWholeFile(const std::string& path);
+// Every byte of a normal file. A directory, a pipe, a device and a file of more than `limit` bytes are errors, never a
+// wait.
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit = std::string::npos);
 
 // Replaces the whole content: afterwards the file holds the old bytes or the new ones, never a mix, whatever
 // happens in between. Permissions survive, a symbolic link stays one and its target is replaced. Where the folder

@@ -273,7 +273,7 @@ bool FileExists(const std::string& path) {
            S_ISREG(status.st_mode);
 }
 
-Result<std::string> readWholeFile(const std::string& path) {
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
     if (hasNul(path))
         return errorOf(path, ENOENT);
     // O_NONBLOCK: opening a pipe that nobody writes to would wait.
@@ -285,6 +285,8 @@ Result<std::string> readWholeFile(const std::string& path) {
         return errorOf(path, errno);
     if (auto refusal = refusalOf(path, status))
         return *std::move(refusal);
+    if (static_cast<std::uintmax_t>(status.st_size) > limit)
+        return errorOf(path, EFBIG);
     try {
         std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
         if (const int error = readToEnd(file.number(), bytes); error != 0)

@@ -5,6 +5,7 @@
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
@@ -58,6 +59,12 @@ void Splash::keyPressEvent(QKeyEvent* event) {
     default:
         QWidget::keyPressEvent(event);
     }
+}
+
+// Whoever closes the window wants to get on with it, not to be left with a program that has no window.
+void Splash::closeEvent(QCloseEvent* event) {
+    QWidget::closeEvent(event);
+    leave();
 }
 
 void Splash::waitThenLeave() {

@@ -14,7 +14,8 @@ public:
     Splash();
 
 Q_SIGNALS:
-    // The splash window closes when this returns. It may be deleted meanwhile.
+    // Also when the window is closed in any other way. The splash window closes when this returns. It may be deleted
+    // meanwhile.
     void mainWindowWanted();
 
 protected:
@@ -22,6 +23,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     void waitThenLeave();

@@ -43,10 +43,9 @@ protected:
         temp_.file("Dirs.lst", temp_.path("data") + "\r\n");
         program_ = std::make_unique<Program>(temp_.path());
         program_->start();
-        QWidget* splash = topLevelWindow("Splash");
-        ASSERT_TRUE(splash && splash->isVisible());
-        ASSERT_FALSE(topLevelWindow("Fr_main"));
-        QTest::mouseClick(splash, Qt::LeftButton);
+        // On a busy machine its two seconds may be over already.
+        if (QWidget* splash = topLevelWindow("Splash"))
+            QTest::mouseClick(splash, Qt::LeftButton);
         ASSERT_EQ(topLevelWindow("Fr_main"), &mainWindow());
         ASSERT_TRUE(mainWindow().isVisible());
         deleteWhatWasClosed();

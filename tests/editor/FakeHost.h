@@ -10,11 +10,17 @@ namespace blockhouse {
 class FakeHost : public EditorHost {
 public:
     void drawProgress(PictureBox&, double, double) override {}
+
     void windowOpened(WindowHandle, const QString&) override {}
+
     void windowClosed(WindowHandle) override {}
+
     const EntryList& jumps() const override { return jumpList; }
+
     bool explorerVisible() const override { return explorer; }
+
     void setExplorerVisible(bool visible) override { explorer = visible; }
+
     void countCharacters(std::string_view text) override { counted = text; }
 
     EntryList jumpList;

@@ -66,6 +66,26 @@ TEST_F(Commands, SavesWriteUpToTheCharacterAfterTheLastEnd) {
     EXPECT_EQ(onDisk(path), "xyObject Alpha\r\nEnd\r");
 }
 
+TEST_F(Commands, NothingIsSavedOrTypedWhileTheFileLoads) {
+    struct ImpatientHost : FakeHost {
+        void drawProgress(PictureBox&, double, double) override {
+            editor->findChild<QAction*>(QStringLiteral("mnu_save"))->trigger();
+            editor->Toolbar1->actions().at(1)->trigger();
+            QTest::keyClicks(editor->txt_edit, "x");
+        }
+
+        fr_edit* editor = nullptr;
+    };
+
+    ImpatientHost impatient;
+    fr_edit window(impatient);
+    impatient.editor = &window;
+    path = folder.file("data.ini", threeBlocks);
+    window.Openfile(path);
+    EXPECT_EQ(onDisk(path), threeBlocks);
+    EXPECT_EQ(window.txt_edit->text(), threeBlocks);
+}
+
 TEST_F(Commands, SaveAsWritesElsewhereAndChangesNothingElse) {
     open("One\r\nEnd\r\n");
     const std::string other = folder.path("other.ini");
@@ -147,7 +167,6 @@ TEST_F(Commands, ChoosingABlockAndASettingJumpsToTheirLines) {
         EXPECT_EQ(window.FindinCombo("bODy"), 0);
 
         window.Combo1->setCurrentIndex(0);
-        Q_EMIT window.Combo1->activated(0);
         EXPECT_EQ(box.selStart(), static_cast<std::ptrdiff_t>(text.find("body")) + 1);
         EXPECT_EQ(box.firstVisibleLine(), 7);
         box.setText("short");

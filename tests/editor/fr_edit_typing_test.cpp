@@ -129,6 +129,15 @@ TEST(TypingInTheEditor, OneUndoTakesBackExactlyTheRewriting) {
     EXPECT_TRUE(pair.box.text().starts_with("armorsetObject"));
 }
 
+TEST(TypingInTheEditor, TabInsertsATabWithOrWithoutShift) {
+    Pair pair;
+    pair.box.setSelStart(0);
+    pair.box.setSelLength(6);
+    QTest::keyClick(&pair.box, Qt::Key_Tab);
+    QTest::keyClick(&pair.box, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(pair.box.text().starts_with("\t\t Start\r\n"));
+}
+
 TEST(TypingInTheEditor, ShortcutsTurnTheSelectionBlackToo) {
     Pair pair;
     pair.box.setSelStart(0);

@@ -53,6 +53,15 @@ TEST(Splash, AClickDuringThePauseCountsOnce) {
     EXPECT_EQ(wanted.count(), 1);
 }
 
+TEST(Splash, ClosedInAnyOtherWayItLeadsToTheMainWindowToo) {
+    Splash splash;
+    const QSignalSpy wanted(&splash, &Splash::mainWindowWanted);
+    splash.show();
+    splash.close();
+    EXPECT_EQ(wanted.count(), 1);
+    EXPECT_FALSE(splash.isVisible());
+}
+
 TEST(Splash, MayBeDeletedDuringThePause) {
     QPointer<Splash> splash = new Splash;
     bool paused = true;

@@ -53,9 +53,14 @@ Fr_main& Program::fr_main() {
 void Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
     auto* editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
+    const QMdiSubWindow* before = area->currentSubWindow();
+    const bool maximised = before && before->isMaximized();
     QMdiSubWindow* frame = area->addSubWindow(editor);
     // At the top left: the others are about to be minimised, and this one need not keep out of their way.
     frame->setGeometry(QRect(QPoint(), frame->sizeHint().boundedTo(area->viewport()->size())));
+    // Who works with one window at a time goes on doing so.
+    if (maximised)
+        frame->showMaximized();
     editor->Openfile(path, Startout);
 }
 

@@ -97,10 +97,10 @@ void FindPanel::makeFields() {
 
     const int half = (panelWidth - 2 * margin) / 2;
     Check1 = named(new QCheckBox(tr("&Whole Word"), this), "Check1", tr("Whole Word"));
-    Check1->setGeometry(margin, rowTop(2), half + 14, rowHeight);
+    Check1->setGeometry(margin, rowTop(2), half + 10, rowHeight);
     Check1->setToolTip(tr("Finds the text only where a blank follows it"));
     Check2 = named(new QCheckBox(tr("&Replace"), this), "Check2", tr("Replace"));
-    Check2->setGeometry(margin + half + 16, rowTop(2), half - 16, rowHeight);
+    Check2->setGeometry(margin + half + 11, rowTop(2), half - 7, rowHeight);
     connect(Check2, &QCheckBox::toggled, this, &FindPanel::offerReplacing);
 }
 

@@ -1,11 +1,11 @@
 #include "editor/fr_edit.h"
 
 #include "editor/BlockListModel.h"
+#include "editor/DropDownList.h"
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 
 #include <QCloseEvent>
-#include <QListView>
 #include <QMdiSubWindow>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
@@ -31,16 +31,6 @@ Control* named(Control* control, const char* name, const QString& accessibleName
     return control;
 }
 
-QComboBox* dropDownList(QWidget* parent) {
-    auto* list = new QComboBox(parent);
-    // Measuring every entry would take seconds on a long list.
-    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    auto* view = new QListView(list);
-    view->setUniformItemSizes(true);
-    list->setView(view);
-    return list;
-}
-
 } // namespace
 
 fr_edit::fr_edit(EditorHost& host, QWidget* parent)
@@ -60,10 +50,10 @@ QSize fr_edit::sizeHint() const {
 }
 
 void fr_edit::makeControls() {
-    Combo1 = named(dropDownList(this), "Combo1", tr("Settings of the chosen block"));
+    Combo1 = named(new DropDownList(this), "Combo1", tr("Settings of the chosen block"));
     Combo1->setGeometry(place(0, 600, 2532, 315));
     Combo1->setToolTip(tr("Settings of the chosen block"));
-    List1 = named(dropDownList(this), "List1", tr("Blocks of the file"));
+    List1 = named(new DropDownList(this), "List1", tr("Blocks of the file"));
     List1->setGeometry(place(4440, 600, 2772, 315));
     List1->setToolTip(tr("Blocks of the file"));
     List1->setModel(blocks_);
@@ -83,6 +73,9 @@ void fr_edit::makeControls() {
     connect(List1, &QComboBox::activated, this, &fr_edit::onBlockActivated);
     connect(Combo1, &QComboBox::currentIndexChanged, this, &fr_edit::chooseSetting);
     connect(Combo1, &QComboBox::activated, this, &fr_edit::chooseSetting);
+    // Picked from the open list, the place is where typing is to go on.
+    for (const DropDownList* list : {List1, Combo1})
+        connect(list, &DropDownList::pickedInList, txt_edit, qOverload<>(&QWidget::setFocus));
     txt_edit->setKeyDown([this](const QKeyEvent& event) { return assistTyping(event); });
     // Told after the event that brought the characters: a message box serves events of its own.
     connect(txt_edit, &RichTextBox::charactersReplaced, this, &fr_edit::tellCharactersReplaced, Qt::QueuedConnection);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/block_scan.h"
+#include "editor/DropDownList.h"
 #include "editor/typing_assistance.h"
 #include "platform/MenuSource.h"
 #include "platform/PictureBox.h"
@@ -9,7 +10,6 @@
 #include "platform/RichTextBox.h"
 #include "platform/window_handles.h"
 
-#include <QComboBox>
 #include <QMenu>
 #include <QToolBar>
 #include <QWidget>
@@ -67,8 +67,8 @@ public:
     FindPanel* FindFrame;
     QMenu* mnu_lil; // the text box's pop-up menu
     QAction* mnu_fileex;
-    QComboBox* List1;
-    QComboBox* Combo1;
+    DropDownList* List1;
+    DropDownList* Combo1;
     PictureBox* Picture1;
     PictureBox* thebar;
 

@@ -1,4 +1,5 @@
 // Carries out on the text box what the typing rules answer to a key.
+#include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
 
 #include <QKeyEvent>
@@ -57,6 +58,8 @@ bool fr_edit::assistTyping(const QKeyEvent& event) {
     const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));
     for (const TextBoxAction& action : answer.actions)
         carryOut(action);
+    if (event.key() == Qt::Key_Escape && FindFrame->isVisible())
+        FindFrame->dismiss();
     return answer.cancelKey;
 }
 

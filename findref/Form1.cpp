@@ -23,6 +23,11 @@ Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
     Label1->move(margin, 0);
     RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
     RichTextBox1->setAccessibleName(tr("Text to count"));
+    RichTextBox1->setKeyDown([this](const QKeyEvent& event) {
+        if (event.key() == Qt::Key_Escape)
+            close();
+        return event.key() == Qt::Key_Escape;
+    });
     connect(RichTextBox1, &RichTextBox::changed, this, &Form1::showLength);
     RichTextBox1->setText("Text1");
     resize(toPixels(Twips{7005}).value, toPixels(Twips{6720}).value);
@@ -36,13 +41,6 @@ void Form1::resizeEvent(QResizeEvent*) {
 void Form1::layOut() {
     RichTextBox1->setGeometry(margin, boxTop, std::max(width() - margin - rightMargin, 0),
                               std::max(height() - boxTop - margin, 0));
-}
-
-void Form1::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        close();
-    else
-        QWidget::keyPressEvent(event);
 }
 
 void Form1::showLength() {

@@ -119,6 +119,15 @@ TEST_F(ProgramOnAWorkspace, FilesOpenFromTheTreeOneAboveTheOther) {
     EXPECT_EQ(windowsAndButtons(), "/one.inim /three.inim /one.ini one.ini three.ini one.ini* ") << "once more";
 }
 
+TEST_F(ProgramOnAWorkspace, AFileOpenedBesideAMaximisedEditorIsMaximisedToo) {
+    doubleClick(One);
+    EXPECT_FALSE(newestEditor()->parentWidget()->isMaximized());
+    newestEditor()->parentWidget()->showMaximized();
+    doubleClick(Two);
+    EXPECT_TRUE(newestEditor()->parentWidget()->isMaximized());
+    EXPECT_EQ(windowsAndButtons(), "/one.inim /two.ini one.ini two.ini* ");
+}
+
 TEST_F(ProgramOnAWorkspace, AFileThatCannotBeReadLeavesNothingBehind) {
     doubleClick(One);
     std::filesystem::remove(temp_.path("data/vanished.ini"));

@@ -6,6 +6,7 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
+#include <QAbstractItemView>
 #include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -185,6 +186,19 @@ TEST_F(Commands, ABlockChosenAgainIsJumpedToAgain) {
     EXPECT_EQ(box().selStart(), place);
 }
 
+TEST_F(Commands, TypingGoesOnInTheTextAfterAPickInTheOpenListOnly) {
+    open(threeBlocks);
+    editor.activateWindow();
+    editor.List1->setFocus();
+    QTest::keyClick(editor.List1, Qt::Key_Down);
+    EXPECT_EQ(editor.focusWidget(), editor.List1);
+    QCoreApplication::processEvents();
+    editor.List1->showPopup();
+    QTest::keyClick(editor.List1->view(), Qt::Key_Up);
+    QTest::keyClick(editor.List1->view(), Qt::Key_Return);
+    EXPECT_EQ(editor.focusWidget(), editor.txt_edit);
+}
+
 TEST_F(Commands, ClipboardCommands) {
     open("alpha beta\r\nEnd\r\n");
     box().setSelStart(0);
@@ -305,6 +319,9 @@ TEST_F(Finding, KeysOfThePanel) {
     EXPECT_TRUE(panel.isVisible());
     EXPECT_EQ(panel.Txt_find->text(), QStringLiteral("foo"));
     click(panel.Command1);
+    EXPECT_FALSE(panel.isVisible());
+    trigger("mnu_Find");
+    QTest::keyClick(&box(), Qt::Key_Escape);
     EXPECT_FALSE(panel.isVisible());
 }
 

@@ -158,6 +158,8 @@ TEST_F(Textboxbas, HighlightRunsFromTheFirstDelimiterOutsideQuotesToTheLastChara
 }
 
 TEST_F(Textboxbas, WithoutADelimiterNothingIsTouched) {
+    box_->setText(";");
+    highlight(); // lists the colour
     box_->setText(numberedLines(200));
     select(400, 5);
     ScrollToLine(form_, *box_, 120, false);
@@ -177,8 +179,10 @@ TEST_F(Textboxbas, WithoutADelimiterNothingIsTouched) {
 TEST_F(Textboxbas, HighlightLeavesTextColoursAlone) {
     box_->setText("\"a;\" End ; b End ; c\r\nEnd ; End");
     color({"End"});
+    select(9, 1); // the second delimiter
+    box_->setSelColor(KeywordColor);
     highlight();
-    EXPECT_EQ(look(*box_), ".....kkk.....kkk......kkk.hhbbb");
+    EXPECT_EQ(look(*box_), ".....kkk.k...kkk......kkk.hhbbb");
     EXPECT_EQ(ColorTable(), (std::vector<Colour>{0, KeywordColor, CommentHighlight}));
 
     // The colour is listed now, so that no delimiter is needed to list it.

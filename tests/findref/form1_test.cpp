@@ -15,6 +15,9 @@ TEST(Form1, CountsTheCharactersOfItsBox) {
     EXPECT_EQ(form.Label1->text(), QStringLiteral("length: 5"));
     form.RichTextBox1->setText("");
     EXPECT_EQ(form.Label1->text(), QStringLiteral("length: 0"));
+    form.show();
+    QTest::keyClick(form.RichTextBox1, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
 }
 
 } // namespace

@@ -280,6 +280,12 @@ TEST_F(Finding, StepsThroughTheOccurrencesWithoutWrapping) {
     expectTopLine(0); // a short text has nothing to scroll
     click(panel.Command3);
     expectSelected(21, 3);
+
+    box().setText("xxxx");
+    panel.Txt_find->setText(QStringLiteral("xx"));
+    click(panel.Command2);
+    click(panel.Command3);
+    expectSelected(2, 2);
 }
 
 TEST_F(Finding, NothingFoundSelectsAsMuchFromTheCaretOn) {

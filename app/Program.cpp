@@ -2,10 +2,16 @@
 
 #include "editor/fr_edit.h"
 #include "findref/Form1.h"
+#include "findref/fr_findref.h"
+#include "findref/word_at_caret.h"
+#include "platform/files.h"
 #include "platform/PictureBox.h"
 #include "shell/DrawProgress.h"
 #include "shell/Fr_main.h"
+#include "shell/list_file.h"
 #include "shell/Splash.h"
+#include "tools/Fr_Directory.h"
+#include "tools/Fr_options.h"
 
 #include <QCoreApplication>
 #include <QMdiArea>
@@ -19,6 +25,7 @@ Program::Program(ListFiles files) : files_(std::move(files)) {}
 
 Program::~Program() {
     delete splash_;
+    delete fr_directory_;
     delete form1_;
 }
 
@@ -38,11 +45,7 @@ void Program::showMainWindow() {
 Fr_main& Program::fr_main() {
     if (!fr_main_) {
         fr_main_ = std::make_unique<Fr_main>(Dirs, files_);
-        connect(fr_main_.get(), &Fr_main::fileChosen, this, [this](const std::string& path) { openEditor(path); });
-        connect(fr_main_.get(), &Fr_main::closed, this, [this] {
-            ended_ = true;
-            QCoreApplication::exit();
-        });
+        connectMainWindow();
         // Closed while it loads, the window says so itself.
         if (!fr_main_->load())
             ended_ = true;
@@ -50,8 +53,22 @@ Fr_main& Program::fr_main() {
     return *fr_main_;
 }
 
-void Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
-    auto* editor = new fr_edit(*this);
+void Program::connectMainWindow() {
+    const Fr_main* window = fr_main_.get();
+    connect(window, &Fr_main::fileChosen, this, [this](const std::string& path) { openEditor(path); });
+    connect(window, &Fr_main::findReferenceWanted, this, [this] { fr_findref().present(); });
+    connect(window, &Fr_main::directoryEditorWanted, this, [this] { bringUp(&fr_directory()); });
+    connect(window, &Fr_main::optionsWanted, this, [this] { bringUp(&fr_options()); });
+    connect(window, &Fr_main::closed, this, [this] {
+        ended_ = true;
+        if (fr_findref_)
+            fr_findref_->stop();
+        QCoreApplication::exit();
+    });
+}
+
+QPointer<fr_edit> Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
+    const QPointer<fr_edit> editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
     const QMdiSubWindow* before = area->currentSubWindow();
     const bool maximised = before && before->isMaximized();
@@ -62,6 +79,12 @@ void Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
     if (maximised)
         frame->showMaximized();
     editor->Openfile(path, Startout);
+    return editor;
+}
+
+void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
+    if (const QPointer<fr_edit> editor = openEditor(path, position.value))
+        editor->showFound({position.value - 1, static_cast<std::ptrdiff_t>(length)});
 }
 
 void Program::drawProgress(PictureBox& box, double value, double maximum) {
@@ -89,19 +112,63 @@ void Program::setExplorerVisible(bool visible) {
 }
 
 void Program::countCharacters(std::string_view text) {
-    Form1& window = form1();
-    window.RichTextBox1->setText(text);
-    window.show();
-    window.raise();
-    window.activateWindow();
+    form1().RichTextBox1->setText(text);
+    bringUp(&form1());
+}
+
+void Program::findReferences(std::string_view text, CaretPosition caret) {
+    // The editor's text may change as soon as events are served.
+    const std::string word(wordAtCaret(text, caret));
+    fr_findref().findRef(word);
+}
+
+void Program::saveList(const char* name, const EntryList& entries) const {
+    static_cast<void>(replaceWholeFile(files_.writePath(name), listFileText(entries)));
+}
+
+template <typename Window, typename Make>
+Window& Program::single(QPointer<Window>& window, Make make) {
+    if (!window) {
+        window = make();
+        // A closed window lives on for a moment, but it is not the one to show again.
+        connect(window, &Window::closed, this, [&window] { window.clear(); });
+    }
+    return *window;
+}
+
+Fr_Directory& Program::fr_directory() {
+    return single(fr_directory_, [this] {
+        auto* window = new Fr_Directory(Dirs, [this](const EntryList& list) { saveList(directoryListFile, list); });
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &Fr_Directory::directoriesSaved, this, [this] { fr_main().loaddirs(); });
+        return window;
+    });
+}
+
+Fr_options& Program::fr_options() {
+    return single(fr_options_, [this] {
+        EntryList& jumps = fr_main().jumps;
+        auto* window = new Fr_options(jumps, [this](const EntryList& list) { saveList(jumpListFile, list); });
+        fr_main().mdiArea()->addSubWindow(window, Fr_options::frameFlags());
+        return window;
+    });
+}
+
+fr_findref& Program::fr_findref() {
+    return single(fr_findref_, [this] {
+        auto* window = new class fr_findref(Dirs, &DrawProgress);
+        fr_main().mdiArea()->addSubWindow(window);
+        connect(window, &fr_findref::hitChosen, this, &Program::openHit);
+        return window;
+    });
 }
 
 Form1& Program::form1() {
-    if (!form1_) {
-        form1_ = new Form1;
-        form1_->setAttribute(Qt::WA_DeleteOnClose);
-    }
-    return *form1_;
+    return single(form1_, [] {
+        auto* window = new Form1;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        return window;
+    });
 }
 
 } // namespace blockhouse

@@ -14,8 +14,11 @@
 namespace blockhouse {
 
 class Form1;
+class Fr_Directory;
 class fr_edit;
+class fr_findref;
 class Fr_main;
+class Fr_options;
 class Splash;
 
 class Program : public QObject, private EditorHost {
@@ -33,17 +36,27 @@ public:
     // Made and loaded when first asked for; not shown by that.
     [[nodiscard]] Fr_main& fr_main();
 
-    // The character-count window, made when first asked for and anew after it was closed; not shown by that.
+    // The single windows, each made when first asked for and anew after it was closed; not shown by that.
+    [[nodiscard]] Fr_Directory& fr_directory();
+    [[nodiscard]] Fr_options& fr_options();
+    [[nodiscard]] class fr_findref& fr_findref();
     [[nodiscard]] Form1& form1();
 
-    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none.
-    void openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
+    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none. Null when
+    // the window has gone meanwhile.
+    QPointer<fr_edit> openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
 
     // The directories the user works in.
     EntryList Dirs;
 
 private:
     void showMainWindow();
+    void connectMainWindow();
+    void openHit(const std::string& path, TextPosition position, std::size_t length);
+    // Writes a list file. A failure is not told: the list is in force for this run all the same.
+    void saveList(const char* name, const EntryList& entries) const;
+    template <typename Window, typename Make>
+    Window& single(QPointer<Window>& window, Make make);
     void drawProgress(PictureBox& box, double value, double maximum) override;
     void windowOpened(WindowHandle window, const QString& caption) override;
     void windowClosed(WindowHandle window) override;
@@ -51,10 +64,14 @@ private:
     bool explorerVisible() const override;
     void setExplorerVisible(bool visible) override;
     void countCharacters(std::string_view text) override;
+    void findReferences(std::string_view text, CaretPosition caret) override;
 
     ListFiles files_;
     QPointer<Splash> splash_;
     std::unique_ptr<Fr_main> fr_main_;
+    QPointer<Fr_Directory> fr_directory_;
+    QPointer<Fr_options> fr_options_;
+    QPointer<class fr_findref> fr_findref_;
     QPointer<Form1> form1_;
     bool ended_ = false;
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/EntryList.h"
+#include "platform/units.h"
 #include "platform/window_handles.h"
 
 #include <QString>
@@ -29,6 +30,9 @@ public:
 
     // Shows the character-count window with this text in it.
     virtual void countCharacters(std::string_view text) = 0;
+
+    // Shows the reference search and starts it for the word that the caret stands in.
+    virtual void findReferences(std::string_view text, CaretPosition caret) = 0;
 
     // The window is going away: its button goes too.
     virtual void windowClosed(WindowHandle window) = 0;

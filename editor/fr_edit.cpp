@@ -1,7 +1,7 @@
 #include "editor/fr_edit.h"
 
 #include "editor/BlockListModel.h"
-#include "editor/DropDownList.h"
+#include "platform/DropDownList.h"
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 

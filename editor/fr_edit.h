@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/block_scan.h"
-#include "editor/DropDownList.h"
+#include "platform/DropDownList.h"
 #include "editor/typing_assistance.h"
 #include "platform/MenuSource.h"
 #include "platform/PictureBox.h"
@@ -47,6 +47,9 @@ public:
     void Makekeywords(TextPosition i);
     // 0-based index of the first entry of Combo1 equal to `what` ignoring case, or -1.
     [[nodiscard]] int FindinCombo(std::string_view what) const;
+
+    // Selects a part of the text, as far as there is so much text, and brings it into view.
+    void showFound(TextRange found);
 
     // Each writes the text up to its last block's end; a failure is told and loses nothing.
     void Save();
@@ -96,6 +99,7 @@ private:
     void showPopup(QPoint globalPosition);
     void toggleExplorer();
     void countCharacters();
+    void findReferences();
     void openFindPanel();
     void copySelection();
     void cutSelection();

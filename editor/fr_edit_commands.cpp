@@ -40,8 +40,7 @@ QAction* fr_edit::addCommand(QMenu* menu, const char* name, const QString& capti
     // Several editors are open at once: a shortcut is for the one that has the focus.
     command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     addAction(command);
-    if (act)
-        connect(command, &QAction::triggered, this, act);
+    connect(command, &QAction::triggered, this, act);
     return command;
 }
 
@@ -67,8 +66,7 @@ void fr_edit::makeMenus() {
     addCommand(mnu_lil, "mnu_cut", tr("Cu&t"), QKeySequence(Qt::CTRL | Qt::Key_X), &fr_edit::cutSelection);
     addCommand(mnu_lil, "mnu_paste", tr("&Paste"), QKeySequence(Qt::CTRL | Qt::Key_V), &fr_edit::pasteOverSelection);
     mnu_lil->addSeparator()->setObjectName(QStringLiteral("sdjhakshd"));
-    // There is no reference search to hand the word to yet.
-    addCommand(mnu_lil, "mnu_findref", tr("Find &Refrense"), {}, nullptr)->setEnabled(false);
+    addCommand(mnu_lil, "mnu_findref", tr("Find &Refrense"), {}, &fr_edit::findReferences);
 
     connect(txt_edit, &RichTextBox::mouseDown, this, [this](Qt::MouseButton button, QPoint position) {
         if (button != Qt::RightButton)
@@ -107,6 +105,12 @@ void fr_edit::pasteOverSelection() {
 
 void fr_edit::countCharacters() {
     host_.countCharacters(txt_edit->text());
+}
+
+void fr_edit::findReferences() {
+    const std::optional<std::string_view> ascii = txt_edit->asciiText();
+    const std::string decoded = ascii ? std::string() : txt_edit->text();
+    host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()});
 }
 
 void fr_edit::openFindPanel() {

@@ -66,6 +66,12 @@ void fr_edit::chooseSetting() {
     scrollCaretLineToTop();
 }
 
+void fr_edit::showFound(TextRange found) {
+    txt_edit->setSelStart(found.start);
+    txt_edit->setSelLength(found.length);
+    txt_edit->scrollIntoView(found.start, found.start + found.length);
+}
+
 void fr_edit::scrollCaretLineToTop() {
     ScrollLines(*txt_edit, 0, GetCurrentLine(*txt_edit) - GetFirstVisibleLine(*txt_edit));
 }

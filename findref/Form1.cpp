@@ -2,6 +2,7 @@
 
 #include "platform/units.h"
 
+#include <QCloseEvent>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -36,6 +37,11 @@ Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
 
 void Form1::resizeEvent(QResizeEvent*) {
     layOut();
+}
+
+void Form1::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Q_EMIT closed();
 }
 
 void Form1::layOut() {

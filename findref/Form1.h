@@ -17,7 +17,12 @@ public:
     RichTextBox* RichTextBox1;
     QLabel* Label1;
 
+Q_SIGNALS:
+    // The window is going away.
+    void closed();
+
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:

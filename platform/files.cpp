@@ -62,4 +62,13 @@ Result<std::vector<std::string>> listFiles(const std::string& directory, std::st
     return names;
 }
 
+Result<std::vector<std::string>> listFolders(const std::string& directory) {
+    Result<std::vector<std::string>> listed = foldersIn(directory);
+    if (!listed)
+        return listed;
+    std::vector<std::string> names = std::move(listed).value();
+    std::sort(names.begin(), names.end(), comesBefore);
+    return names;
+}
+
 } // namespace blockhouse

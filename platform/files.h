@@ -25,6 +25,9 @@ Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
 // does not match `pattern` is left out ("" takes every name; see matchesPattern).
 Result<std::vector<std::string>> listFiles(const std::string& directory, std::string_view pattern = {});
 
+// Names of the directory's directories, hidden ones left out, links to directories counted in, ordered alike.
+Result<std::vector<std::string>> listFolders(const std::string& directory);
+
 // Wildcard rule without regard to case: "*" stands for any text, "?" for one character, and a final ".*" also
 // matches the end of a name, so "*ini.*" takes "data.ini", "ini.bak" and "ini", but not "foo.inix".
 [[nodiscard]] bool matchesPattern(std::string_view name, std::string_view pattern);

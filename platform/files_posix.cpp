@@ -1,80 +1,20 @@
 #include "platform/files.h"
 #include "platform/normal_files.h"
 #include "platform/paths.h"
+#include "platform/posix_file.h"
 
 #include <array>
 #include <cerrno>
 #include <dirent.h>
-#include <fcntl.h>
 #include <memory>
 #include <new>
-#include <optional>
 #include <stdexcept>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace blockhouse {
 
 namespace {
-
-constexpr const char* notNormal = "Not a normal file";
-
-FileError errorOf(const std::string& path, int code) {
-    return {path, std::generic_category().message(code)};
-}
-
-// The system would silently cut such a path at the NUL and work on another file.
-bool hasNul(const std::string& path) {
-    return path.find('\0') != std::string::npos;
-}
-
-template <typename Call>
-auto retried(Call call) {
-    auto result = call();
-    while (result == -1 && errno == EINTR)
-        result = call();
-    return result;
-}
-
-// An open file, closed on every way out.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-
-    ~Descriptor() {
-        if (number_ != -1)
-            ::close(number_);
-    }
-
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
-
-    [[nodiscard]] bool isOpen() const { return number_ != -1; }
-
-    [[nodiscard]] int number() const { return number_; }
-
-    // 0 or the error. An interrupted close has closed all the same.
-    [[nodiscard]] int close() { return ::close(std::exchange(number_, -1)) == 0 || errno == EINTR ? 0 : errno; }
-
-private:
-    int number_;
-};
-
-Descriptor openFile(const std::string& path, int flags, mode_t mode = 0) {
-    return Descriptor(retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); }));
-}
-
-// What keeps `status` from being a normal file, or nothing.
-std::optional<FileError> refusalOf(const std::string& path, const struct stat& status) {
-    if (S_ISREG(status.st_mode))
-        return std::nullopt;
-    return S_ISDIR(status.st_mode) ? errorOf(path, EISDIR) : FileError{path, notNormal};
-}
 
 // Reads to the end of the file, wherever that is by then; 0 or the error.
 int readToEnd(int file, std::string& bytes) {
@@ -274,22 +214,14 @@ bool FileExists(const std::string& path) {
 }
 
 Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
-    if (hasNul(path))
-        return errorOf(path, ENOENT);
-    // O_NONBLOCK: opening a pipe that nobody writes to would wait.
-    const Descriptor file = openFile(path, O_RDONLY | O_NONBLOCK);
-
-    struct stat status {};
-
-    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
-        return errorOf(path, errno);
-    if (auto refusal = refusalOf(path, status))
-        return *std::move(refusal);
-    if (static_cast<std::uintmax_t>(status.st_size) > limit)
+    const Result<NormalFile> file = openNormalFile(path);
+    if (!file)
+        return file.error();
+    if (file.value().size > limit)
         return errorOf(path, EFBIG);
     try {
-        std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
-        if (const int error = readToEnd(file.number(), bytes); error != 0)
+        std::string bytes(static_cast<std::size_t>(file.value().size), '\0');
+        if (const int error = readToEnd(file.value().descriptor.number(), bytes); error != 0)
             return errorOf(path, error);
         return bytes;
     } catch (const std::bad_alloc&) {
@@ -327,19 +259,17 @@ Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes) {
 namespace {
 
 // Asking the system for every entry's kind takes most of the time of listing a large directory; mostly it was told
-// with the name.
-bool isNormalFile(int directory, const dirent& entry) {
+// with the name. `told` and `kind` name the same kind, as the directory tells it and as the system answers.
+bool isOfKind(int directory, const dirent& entry, unsigned char told, mode_t kind) {
     if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK)
-        return entry.d_type == DT_REG;
+        return entry.d_type == told;
 
     struct stat status {};
 
-    return ::fstatat(directory, entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+    return ::fstatat(directory, entry.d_name, &status, 0) == 0 && (status.st_mode & S_IFMT) == kind;
 }
 
-} // namespace
-
-Result<std::vector<std::string>> normalFilesIn(const std::string& directory) {
+Result<std::vector<std::string>> namesIn(const std::string& directory, unsigned char told, mode_t kind) {
     if (hasNul(directory))
         return errorOf(directory, ENOENT);
 
@@ -353,13 +283,23 @@ Result<std::vector<std::string>> normalFilesIn(const std::string& directory) {
     std::vector<std::string> names;
     errno = 0;
     for (const dirent* entry = ::readdir(entries.get()); entry != nullptr; entry = ::readdir(entries.get())) {
-        if (!isHidden(entry->d_name) && isNormalFile(::dirfd(entries.get()), *entry))
+        if (!isHidden(entry->d_name) && isOfKind(::dirfd(entries.get()), *entry, told, kind))
             names.emplace_back(entry->d_name);
         errno = 0; // an entry that vanished is none of the directory's errors
     }
     if (errno != 0)
         return errorOf(directory, errno);
     return names;
+}
+
+} // namespace
+
+Result<std::vector<std::string>> normalFilesIn(const std::string& directory) {
+    return namesIn(directory, DT_REG, S_IFREG);
+}
+
+Result<std::vector<std::string>> foldersIn(const std::string& directory) {
+    return namesIn(directory, DT_DIR, S_IFDIR);
 }
 
 } // namespace blockhouse

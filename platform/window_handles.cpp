@@ -1,6 +1,7 @@
 #include "platform/window_handles.h"
 
 #include <QHash>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QWidget>
@@ -19,12 +20,13 @@ Registry& registry() {
     return instance;
 }
 
-QWidget* frameOf(WindowHandle handle) {
-    QWidget* window = windowOf(handle);
-    if (!window)
-        return nullptr;
-    auto* frame = qobject_cast<QMdiSubWindow*>(window->parentWidget());
+QWidget* frameOf(QWidget* window) {
+    auto* frame = qobject_cast<QMdiSubWindow*>(window ? window->parentWidget() : nullptr);
     return frame ? frame : window;
+}
+
+QWidget* frameOf(WindowHandle handle) {
+    return frameOf(windowOf(handle));
 }
 
 } // namespace
@@ -65,6 +67,18 @@ void ShowWindow(WindowHandle handle, ShowCommand command) {
         frame->showMaximized();
     else
         frame->showMinimized();
+}
+
+void bringUp(QWidget* window) {
+    QWidget* frame = frameOf(window);
+    if (frame->isMinimized())
+        frame->showNormal();
+    frame->show();
+    frame->raise();
+    if (auto* child = qobject_cast<QMdiSubWindow*>(frame); child && child->mdiArea())
+        child->mdiArea()->setActiveSubWindow(child);
+    else
+        frame->activateWindow();
 }
 
 } // namespace blockhouse

@@ -24,4 +24,8 @@ enum class ShowCommand { Maximise = 3, Minimise = 6 };
 // Does nothing when the window has gone.
 void ShowWindow(WindowHandle handle, ShowCommand command);
 
+// Shows a window, brings it back if it is minimised, and makes it the active one. For child windows of the main
+// window, the frame around them is meant.
+void bringUp(QWidget* window);
+
 } // namespace blockhouse

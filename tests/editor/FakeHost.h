@@ -23,6 +23,8 @@ public:
 
     void countCharacters(std::string_view text) override { counted = text; }
 
+    void findReferences(std::string_view, CaretPosition) override {}
+
     EntryList jumpList;
     bool explorer = true;
     std::string counted;

@@ -1,7 +1,9 @@
+#include "platform/FileReader.h"
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -274,6 +276,33 @@ TEST_F(Files, ListsNormalFilesInOrder) {
     EXPECT_EQ(listFiles(folder_.string(), "?.txt").value(), Names{"C.txt"});
     EXPECT_EQ(listFiles(path("gone")).error().cause, "No such file or directory");
     EXPECT_EQ(listFiles(path("b.ini")).error().cause, "Not a directory");
+}
+
+TEST_F(Files, ListsFoldersInOrder) {
+    for (const char* name : {"b", "A", ".hidden", "\xFF"})
+        fs::create_directory(folder_ / name);
+    make("file.ini", "");
+    fs::create_directory_symlink("b", folder_ / "linked");
+    fs::create_symlink("file.ini", folder_ / "linked_file");
+    EXPECT_EQ(listFolders(folder_.string()).value(), (std::vector<std::string>{"A", "b", "linked", "\xFF"}));
+    EXPECT_EQ(listFolders(path("gone")).error().path, path("gone"));
+    EXPECT_EQ(listFolders(path("file.ini")).error().cause, "Not a directory");
+}
+
+TEST_F(Files, AreReadInPieces) {
+    make("file.ini", "abcdefgh");
+    Result<FileReader> reader = FileReader::open(path("file.ini"));
+    ASSERT_TRUE(reader.ok());
+    FileReader file = std::move(reader).value();
+    std::string read;
+    std::array<char, 3> room{};
+    for (const std::size_t expected : {3U, 3U, 2U, 0U}) {
+        EXPECT_EQ(file.read(room).value(), expected);
+        read.append(room.data(), expected);
+    }
+    EXPECT_EQ(read, "abcdefgh");
+    EXPECT_EQ(FileReader::open(folder_.string()).error().cause, "Is a directory");
+    EXPECT_EQ(FileReader::open(path("gone")).error().cause, "No such file or directory");
 }
 
 TEST(Pattern, MatchesByWildcards) {

@@ -1,4 +1,4 @@
-#include "editor/DropDownList.h"
+#include "platform/DropDownList.h"
 
 #include <QListView>
 #include <QTimer>

@@ -1,0 +1,35 @@
+#include "findref/HitListModel.h"
+
+#include "platform/message_box.h"
+
+namespace blockhouse {
+
+void HitListModel::showNew() {
+    if (hits_.count() == shown_)
+        return;
+    beginInsertRows({}, shown_, hits_.count() - 1);
+    shown_ = hits_.count();
+    endInsertRows();
+}
+
+void HitListModel::showNone() {
+    beginResetModel();
+    shown_ = 0;
+    endResetModel();
+}
+
+int HitListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : shown_;
+}
+
+QVariant HitListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    if (role == Qt::DisplayRole)
+        return displayed(hits_.displayLine(index.row()));
+    if (role == Qt::ToolTipRole)
+        return displayed(hits_.path(index.row()));
+    return {};
+}
+
+} // namespace blockhouse

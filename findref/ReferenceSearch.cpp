@@ -1,0 +1,93 @@
+#include "findref/ReferenceSearch.h"
+
+#include "platform/files.h"
+#include "platform/paths.h"
+
+#include <utility>
+
+namespace blockhouse {
+namespace {
+
+constexpr const char* searchedFiles = "*ini.*";
+constexpr ReferenceSearch::Step ended{ReferenceSearch::Step::Ended};
+
+} // namespace
+
+ReferenceSearch::ReferenceSearch(const EntryList& Dirs, HitList& hits)
+    : Dirs_(Dirs), hits_(hits), directories_(Dirs.count()), piece_(pieceSize) {
+    hits_.clear();
+}
+
+ReferenceSearch::Step ReferenceSearch::next(std::string_view what) {
+    switch (state_) {
+    case State::BetweenFiles:
+        return nextFile();
+    case State::DirectoryReached:
+        return listDirectory() ? nextFile() : ended;
+    case State::FileReached:
+        return openFile() ? nextPiece(what) : ended;
+    case State::InFile:
+        break;
+    }
+    return nextPiece(what);
+}
+
+ReferenceSearch::Step ReferenceSearch::nextFile() {
+    if (file_ == files_.size())
+        return nextDirectory();
+    state_ = State::FileReached;
+    return {Step::FileReached, static_cast<int>(file_++), static_cast<int>(files_.size()) - 1};
+}
+
+ReferenceSearch::Step ReferenceSearch::nextDirectory() {
+    if (directory_ == directories_)
+        return ended;
+    state_ = State::DirectoryReached;
+    return {Step::DirectoryReached, ++directory_};
+}
+
+bool ReferenceSearch::listDirectory() {
+    if (directory_ > Dirs_.count())
+        return false;
+    path_ = Dirs_.item(directory_);
+    Result<std::vector<std::string>> files = listFiles(path_, searchedFiles);
+    if (!files)
+        return false;
+    files_ = std::move(files).value();
+    file_ = 0;
+    return true;
+}
+
+bool ReferenceSearch::openFile() {
+    const std::string& name = files_[file_ - 1];
+    Result<FileReader> reader = FileReader::open(joinPath(path_, name));
+    if (!reader)
+        return false;
+    reader_ = std::move(reader).value();
+    offset_ = 0;
+    hits_.beginFile(path_, name);
+    state_ = State::InFile;
+    return true;
+}
+
+ReferenceSearch::Step ReferenceSearch::nextPiece(std::string_view what) {
+    if (what != what_) {
+        what_ = what;
+        search_ = BlockSearch(what_);
+    }
+    const Result<std::size_t> read = reader_->read(piece_);
+    if (!read)
+        return ended;
+    const std::string_view bytes(piece_.data(), read.value());
+    const auto add = [this](TextPosition position) { return hits_.add(position, search_.length()); };
+    if (!search_.search(bytes, offset_, add))
+        return ended;
+    offset_ += bytes.size();
+    if (bytes.size() < piece_.size()) {
+        reader_.reset();
+        state_ = State::BetweenFiles;
+    }
+    return {Step::Searched};
+}
+
+} // namespace blockhouse

@@ -1,0 +1,86 @@
+// The search through every file of every listed directory: a child window inside the main window, one for the whole
+// program.
+#pragma once
+
+#include "findref/HitList.h"
+#include "platform/EntryList.h"
+#include "platform/PictureBox.h"
+
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QWidget>
+
+#include <functional>
+#include <string_view>
+
+namespace blockhouse {
+
+class HitListModel;
+class ReferenceSearch;
+
+class fr_findref : public QWidget {
+    Q_OBJECT
+
+public:
+    // Repaints the box with the share value / maximum of a bar. Serves events.
+    using ProgressPainter = std::function<void(PictureBox& box, double value, double maximum)>;
+
+    // `Dirs`, the directories to search, must outlive the window.
+    fr_findref(const EntryList& Dirs, ProgressPainter drawProgress);
+    ~fr_findref() override;
+
+    // Shows the window with whatever it holds and makes it the active one.
+    void present();
+
+    // Shows the window and searches for `what`, which is in the documents' code page. Serves events: the window may be
+    // closed when it returns. Called while a search is under way, it returns at once, and that search is given up for
+    // the new one.
+    void findRef(std::string_view what);
+
+    // Gives up a search that is under way; its hits stay.
+    void stop();
+
+    QListView* List1;
+    PictureBox* Picture1;
+    QLabel* Label1;
+    QPushButton* command1;
+    QLineEdit* Text1;
+
+    QSize sizeHint() const override;
+
+Q_SIGNALS:
+    // The user wants to see this hit of `length` characters.
+    void hitChosen(const std::string& path, blockhouse::TextPosition position, std::size_t length);
+    // The window is going away; there will be another one when it is wanted again.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void makeControls();
+    void layOut();
+
+    void search();
+    // Both serve events: false when the window is gone or going.
+    [[nodiscard]] bool searchOnce();
+    [[nodiscard]] bool showProgress(int value, int maximum);
+    void openHit(const QModelIndex& hit);
+
+    const EntryList& Dirs_;
+    const ProgressPainter drawProgress_;
+    HitList hits_;
+    HitListModel* model_;
+    QElapsedTimer sinceProgress_;
+    bool searching_ = false;
+    bool givenUp_ = false; // the search under way
+    bool searchWanted_ = false;
+    bool closing_ = false;
+};
+
+} // namespace blockhouse

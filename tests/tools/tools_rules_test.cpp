@@ -1,0 +1,54 @@
+#include "tools/folder_rows.h"
+#include "tools/shown_entry.h"
+#include "tools/volumes.h"
+
+#include <gtest/gtest.h>
+
+namespace blockhouse {
+namespace {
+
+std::string shown(const std::vector<FolderRow>& rows) {
+    std::string text;
+    for (const FolderRow& row : rows)
+        text += std::string(static_cast<std::size_t>(row.depth), '>') + (row.isOpen ? "+" : "-") + row.name + "=" +
+                row.path + " ";
+    return text;
+}
+
+TEST(FolderRows, LeadFromTheDriveToTheCurrentFolderAndItsFolders) {
+    EXPECT_EQ(shown(folderRows("/", {"home", "usr"})), "+/=/ >-home=/home >-usr=/usr ");
+    EXPECT_EQ(shown(folderRows("/home//ann/", {"b c"})), "+/=/ >+home=/home >>+ann=/home//ann >>>-b c=/home//ann/b c ");
+    EXPECT_EQ(shown(folderRows("C:\\Games\\Data", {})), "+C:\\=C:\\ >+Games=C:\\Games >>+Data=C:\\Games\\Data ");
+    EXPECT_EQ(shown(folderRows("", {})), "");
+}
+
+TEST(FolderRows, TheFolderAboveEndsAtTheDrive) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"/home/ann", "/home"}, {"/home/ann//", "/home"}, {"/home", "/"},   {"/", "/"}, {"//", "/"},
+        {"C:\\Games", "C:\\"},  {"C:\\", "C:\\"},         {"name", "name"},
+    };
+    for (const auto& [path, above] : cases)
+        EXPECT_EQ(folderAbove(path), above) << path;
+}
+
+TEST(Drives, AreTheVolumesThatHoldData) {
+    const std::vector<Volume> volumes{
+        {"/boot", "ext4"}, {"/proc", "proc"},     {"/", "btrfs"},          {"/run/user/1000", "tmpfs"},
+        {"/data", "xfs"},  {"/dev/shm", "tmpfs"}, {"/snap/x", "squashfs"}, {"/run/media/ann/STICK", "vfat"},
+        {"/data", "xfs"},  {"/running", "ext4"},
+    };
+    EXPECT_EQ(drivesOf(volumes, "/home/ann"),
+              (std::vector<std::string>{"/", "/home/ann", "/boot", "/data", "/run/media/ann/STICK", "/running"}));
+    EXPECT_EQ(drivesOf({{"C:/", "NTFS"}, {"D:/", "FAT"}}, "C:/"), (std::vector<std::string>{"C:/", "D:/"}));
+    EXPECT_EQ(drivesOf({}, ""), std::vector<std::string>());
+}
+
+TEST(JumpEntries, ShowThatTheyEndTheirLine) {
+    EXPECT_EQ(shownEntry("Arm\xE9"), "Arm\u00E9");
+    EXPECT_EQ(shownEntry("Turret\r\n"), "Turret \u21B5");
+    EXPECT_EQ(shownEntry("\r\n"), " \u21B5");
+    EXPECT_EQ(shownEntry(""), "");
+}
+
+} // namespace
+} // namespace blockhouse

@@ -1,0 +1,105 @@
+#include "tools/DirectoryList.h"
+
+#include "platform/files.h"
+#include "platform/message_box.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QStyle>
+#include <QStyledItemDelegate>
+
+namespace blockhouse {
+namespace {
+
+constexpr int depthRole = Qt::UserRole;
+
+// Folders stand further right the deeper they are.
+class Indented : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        constexpr int indent = 8;
+        QStyleOptionViewItem shifted = option;
+        shifted.rect.setLeft(option.rect.left() + indent * index.data(depthRole).toInt());
+        QStyledItemDelegate::paint(painter, shifted, index);
+    }
+};
+
+} // namespace
+
+void DirectoryList::Rows::set(std::vector<FolderRow> rows) {
+    beginResetModel();
+    rows_ = std::move(rows);
+    endResetModel();
+}
+
+int DirectoryList::Rows::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+QVariant DirectoryList::Rows::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const FolderRow& row = at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return displayed(row.name);
+    case depthRole:
+        return row.depth;
+    case Qt::ToolTipRole:
+        return displayed(row.path);
+    case Qt::DecorationRole:
+        return QApplication::style()->standardIcon(row.isOpen ? QStyle::SP_DirOpenIcon : QStyle::SP_DirClosedIcon);
+    default:
+        return {};
+    }
+}
+
+DirectoryList::DirectoryList(QWidget* parent) : QListView(parent), rows_(new Rows(this)) {
+    setModel(rows_);
+    setItemDelegate(new Indented(this));
+    setUniformItemSizes(true);
+    setEditTriggers(NoEditTriggers);
+    setIconSize({16, 16});
+    connect(this, &QListView::doubleClicked, this, &DirectoryList::walkInto);
+}
+
+bool DirectoryList::walkTo(const std::string& folder) {
+    const Result<std::vector<std::string>> folders = listFolders(folder);
+    if (!folders)
+        return false;
+    const std::string before = std::exchange(path_, withoutTrailingSeparators(folder));
+    rows_->set(folderRows(path_, folders.value()));
+    // Who went up finds the folder he came from; who went down, the one he is in.
+    const int cameFrom = rowOf(before);
+    const QModelIndex current = rows_->index(cameFrom >= 0 ? cameFrom : rowOf(path_));
+    setCurrentIndex(current);
+    scrollTo(current);
+    return true;
+}
+
+int DirectoryList::rowOf(const std::string& path) const {
+    for (int row = rows_->rowCount() - 1; row >= 0; --row)
+        if (rows_->at(row).path == path && (path == path_ || !rows_->at(row).isOpen))
+            return row;
+    return -1;
+}
+
+void DirectoryList::walkInto(const QModelIndex& index) {
+    if (!index.isValid())
+        return;
+    const std::string folder = rows_->at(index.row()).path;
+    walkTo(folder);
+}
+
+void DirectoryList::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        walkInto(currentIndex());
+    else if (event->key() == Qt::Key_Backspace)
+        walkTo(folderAbove(path_));
+    else
+        QListView::keyPressEvent(event);
+}
+
+} // namespace blockhouse

@@ -1,0 +1,180 @@
+#include "tools/Fr_Directory.h"
+
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/units.h"
+#include "tools/volumes.h"
+
+#include <QCloseEvent>
+#include <QDir>
+#include <QFile>
+#include <QPointer>
+#include <QScreen>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QStorageInfo>
+
+#include <utility>
+
+namespace blockhouse {
+namespace {
+
+constexpr QRect place(double left, double top, double width, double height) {
+    return {toPixels(Twips{left}).value, toPixels(Twips{top}).value, toPixels(Twips{width}).value,
+            toPixels(Twips{height}).value};
+}
+
+constexpr QSize designSize = place(0, 0, 4920, 3885).size();
+
+template <typename Control>
+Control* named(Control* control, const char* name, const QString& accessibleName, QRect geometry) {
+    control->setObjectName(QLatin1String(name));
+    control->setAccessibleName(accessibleName);
+    control->setGeometry(geometry);
+    return control;
+}
+
+QByteArray bytesOf(const std::string& path) {
+    return {path.data(), static_cast<qsizetype>(path.size())};
+}
+
+std::vector<std::string> mountedDrives(const std::string& home) {
+    std::vector<Volume> volumes;
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (volume.isValid() && volume.isReady())
+            volumes.push_back(
+                {QFile::encodeName(volume.rootPath()).toStdString(), volume.fileSystemType().toStdString()});
+    return drivesOf(volumes, home);
+}
+
+} // namespace
+
+Fr_Directory::Fr_Directory(EntryList& Dirs, SaveEntries save) : Dirs_(Dirs), save_(std::move(save)) {
+    setObjectName(QStringLiteral("Fr_Directory"));
+    setWindowTitle(tr("Add Directorys"));
+    setAccessibleName(tr("Add Directorys"));
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
+    // The controls' places are made for the small letters of such windows.
+    QFont small = font();
+    small.setPixelSize(11);
+    setFont(small);
+    makeControls();
+    makeButtons();
+    for (const std::string& path : Dirs_)
+        addEntry(path);
+    fillDrives();
+    MakeTopmost(*this);
+    setFixedSize(designSize);
+}
+
+void Fr_Directory::MakeTopmost(QWidget& window) {
+    window.setWindowFlag(Qt::WindowStaysOnTopHint);
+}
+
+void Fr_Directory::makeControls() {
+    Label1 = named(new QLabel(tr("Add the Directorys of the INI files you edit , And add the sub directorys."
+                                 "(sorry all fix sub dirs soon , lazy)"),
+                              this),
+                   "Label1", tr("What to do here"), place(120, 0, 4335, 600));
+    Label1->setWordWrap(true);
+    Drive1 = named(new QComboBox(this), "Drive1", tr("Drives"), place(120, 600, 2535, 315));
+    Dir1 = named(new DirectoryList(this), "Dir1", tr("Folders"), place(120, 960, 2532, 2115));
+    List2 = named(new QListWidget(this), "List2", tr("Directories to work in"), place(2760, 960, 2055, 2010));
+    List1 = named(new QListWidget(this), "List1", tr("Paths of the directories"), {});
+    List1->hide();
+    Lab_stat = named(new QLabel(this), "Lab_stat", tr("Path of the chosen directory"), place(120, 3100, 4695, 240));
+    Lab_stat->setTextFormat(Qt::PlainText);
+    connect(List2, &QListWidget::currentRowChanged, this, &Fr_Directory::showPath);
+    connect(List2, &QListWidget::itemClicked, this, [this] { showPath(List2->currentRow()); });
+    const auto* removing = new QShortcut(QKeySequence::Delete, List2, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(removing, &QShortcut::activated, this, &Fr_Directory::removeSelected);
+}
+
+void Fr_Directory::makeButtons() {
+    Command1 = named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the folder"), place(120, 3360, 852, 372));
+    Command2 = named(new QPushButton(tr("&Remove"), this), "Command2", tr("Remove the chosen directory"),
+                     place(1080, 3360, 972, 372));
+    connect(Command1, &QPushButton::clicked, this, &Fr_Directory::addCurrent);
+    connect(Command2, &QPushButton::clicked, this, &Fr_Directory::removeSelected);
+}
+
+void Fr_Directory::fillDrives() {
+    const std::string home = QFile::encodeName(QDir::homePath()).toStdString();
+    for (const std::string& drive : mountedDrives(home))
+        Drive1->addItem(displayed(drive), bytesOf(drive));
+    connect(Drive1, &QComboBox::currentIndexChanged, this, &Fr_Directory::changeDrive);
+    drive_ = -1;
+    Drive1->setCurrentIndex(-1);
+    Drive1->setCurrentIndex(Drive1->findData(bytesOf(home)));
+    if (drive_ < 0)
+        Drive1->setCurrentIndex(0);
+}
+
+// A drive that cannot be read changes nothing.
+void Fr_Directory::changeDrive() {
+    const int chosen = Drive1->currentIndex();
+    if (chosen >= 0 && Dir1->walkTo(Drive1->itemData(chosen).toByteArray().toStdString())) {
+        drive_ = chosen;
+    } else if (chosen != drive_) {
+        const QSignalBlocker unheard(Drive1);
+        Drive1->setCurrentIndex(drive_);
+    }
+}
+
+void Fr_Directory::addEntry(const std::string& path) {
+    auto* entry = new QListWidgetItem(displayed(path), List1);
+    entry->setData(Qt::UserRole, bytesOf(path));
+    List2->addItem(displayed(LastPathPart(path)));
+}
+
+void Fr_Directory::addCurrent() {
+    if (Dir1->path().empty())
+        return;
+    addEntry(Dir1->path());
+    List2->scrollToBottom();
+}
+
+void Fr_Directory::removeSelected() {
+    const QList<QListWidgetItem*> selected = List2->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const int row = List2->row(selected.first());
+    delete List1->takeItem(row);
+    delete List2->takeItem(row);
+    showPath(List2->currentRow());
+}
+
+void Fr_Directory::showPath(int row) {
+    const QString path = row >= 0 && row < List1->count() ? List1->item(row)->text() : QString();
+    Lab_stat->setText(Lab_stat->fontMetrics().elidedText(path, Qt::ElideMiddle, Lab_stat->width()));
+    Lab_stat->setToolTip(path);
+}
+
+std::string Fr_Directory::pathAt(int row) const {
+    return List1->item(row)->data(Qt::UserRole).toByteArray().toStdString();
+}
+
+void Fr_Directory::showEvent(QShowEvent* event) {
+    if (const QScreen* shownOn = screen(); shownOn && !event->spontaneous()) {
+        const QRect room = shownOn->availableGeometry();
+        move(room.center() - QRect(QPoint(), designSize).center());
+    }
+}
+
+void Fr_Directory::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Q_EMIT closed();
+    if (List1->count() == 0)
+        return;
+    Dirs_.clear();
+    for (int row = 0; row < List1->count(); ++row)
+        Dirs_.add(pathAt(row));
+    save_(Dirs_);
+    const QPointer<Fr_Directory> self(this);
+    tell(this, tr("Directory's Saved"));
+    if (self)
+        Q_EMIT directoriesSaved();
+}
+
+} // namespace blockhouse

@@ -1,0 +1,106 @@
+#include "tools/Fr_options.h"
+
+#include "platform/codepage.h"
+#include "platform/message_box.h"
+#include "platform/units.h"
+#include "tools/shown_entry.h"
+
+#include <QCloseEvent>
+#include <QShortcut>
+
+#include <utility>
+
+namespace blockhouse {
+namespace {
+
+constexpr QRect place(double left, double top, double width, double height) {
+    return {toPixels(Twips{left}).value, toPixels(Twips{top}).value, toPixels(Twips{width}).value,
+            toPixels(Twips{height}).value};
+}
+
+constexpr double listWidth = 2652;
+constexpr QSize designSize = place(0, 0, listWidth + 100, 3600).size();
+
+template <typename Control>
+Control* named(Control* control, const char* name, const QString& accessibleName, QRect geometry) {
+    control->setObjectName(QLatin1String(name));
+    control->setAccessibleName(accessibleName);
+    control->setGeometry(geometry);
+    return control;
+}
+
+} // namespace
+
+Fr_options::Fr_options(EntryList& jumps, SaveEntries save) : jumps_(jumps), save_(std::move(save)) {
+    setObjectName(QStringLiteral("Fr_options"));
+    setWindowTitle(tr("Options"));
+    setAccessibleName(tr("Options"));
+    // The controls' places are made for the small letters of such windows.
+    QFont small = font();
+    small.setPixelSize(11);
+    setFont(small);
+    makeControls();
+    setFixedSize(designSize);
+    for (const std::string& entry : jumps_)
+        addEntry(entry);
+    setFocusProxy(txt_enter);
+}
+
+Qt::WindowFlags Fr_options::frameFlags() {
+    return Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+           Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint;
+}
+
+void Fr_options::makeControls() {
+    Label1 = named(new QLabel(tr("This list is so for the combo box on the left so you can jump to diffrent settings "
+                                 "in a functions."),
+                              this),
+                   "Label1", tr("What this list is for"), place(0, 0, listWidth, 732));
+    Label1->setWordWrap(true);
+    List1 = named(new QListWidget(this), "List1", tr("Settings to jump to"), place(0, 840, listWidth, 2010));
+    txt_enter = named(new QLineEdit(this), "txt_enter", tr("Setting to add"), place(1320, 3000, 1332, 288));
+    Check1 = named(new QCheckBox(tr("&is it Alone?"), this), "Check1", tr("Only where it ends its line"),
+                   place(120, 3240, 1212, 252));
+    Command1 = named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the setting"), place(120, 3000, 492, 252));
+    Command2 = named(new QPushButton(tr("&Remove"), this), "Command2", tr("Remove the chosen setting"),
+                     place(600, 3000, 732, 252));
+    connect(Command1, &QPushButton::clicked, this, &Fr_options::addTyped);
+    connect(txt_enter, &QLineEdit::returnPressed, this, &Fr_options::addTyped);
+    connect(Command2, &QPushButton::clicked, this, &Fr_options::removeSelected);
+    const auto* removing = new QShortcut(QKeySequence::Delete, List1, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(removing, &QShortcut::activated, this, &Fr_options::removeSelected);
+}
+
+void Fr_options::addEntry(const std::string& entry) {
+    auto* item = new QListWidgetItem(QString::fromStdString(shownEntry(entry)), List1);
+    item->setData(Qt::UserRole, QByteArray::fromStdString(entry));
+}
+
+void Fr_options::addTyped() {
+    std::string entry = codepage::fromUtf8(txt_enter->text().toStdString()).bytes;
+    if (Check1->isChecked()) {
+        Check1->setChecked(false);
+        entry += lineEnd;
+    }
+    addEntry(entry);
+    List1->scrollToBottom();
+    txt_enter->clear();
+}
+
+void Fr_options::removeSelected() {
+    const QList<QListWidgetItem*> selected = List1->selectedItems();
+    if (!selected.isEmpty())
+        delete List1->takeItem(List1->row(selected.first()));
+}
+
+void Fr_options::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Q_EMIT closed();
+    jumps_.clear();
+    for (int row = 0; row < List1->count(); ++row)
+        jumps_.add(List1->item(row)->data(Qt::UserRole).toByteArray().toStdString());
+    save_(jumps_);
+    tell(this, tr("Saved"));
+}
+
+} // namespace blockhouse

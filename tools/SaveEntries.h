@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/EntryList.h"
+
+#include <functional>
+
+namespace blockhouse {
+
+// Writes a list to its file. What becomes of it is its own business.
+using SaveEntries = std::function<void(const EntryList&)>;
+
+} // namespace blockhouse

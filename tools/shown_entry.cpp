@@ -1,0 +1,14 @@
+#include "tools/shown_entry.h"
+
+#include "platform/codepage.h"
+
+namespace blockhouse {
+
+std::string shownEntry(std::string_view entry) {
+    const bool endsItsLine = entry.ends_with(lineEnd);
+    if (endsItsLine)
+        entry.remove_suffix(lineEnd.size());
+    return codepage::toUtf8(entry) + (endsItsLine ? " \u21B5" : "");
+}
+
+} // namespace blockhouse

@@ -4,6 +4,7 @@
 #include "findref/Form1.h"
 #include "findref/fr_findref.h"
 #include "findref/word_at_caret.h"
+#include "placement/Form2.h"
 #include "platform/files.h"
 #include "platform/PictureBox.h"
 #include "shell/DrawProgress.h"
@@ -27,6 +28,7 @@ Program::~Program() {
     delete splash_;
     delete fr_directory_;
     delete form1_;
+    delete form2_;
 }
 
 void Program::start() {
@@ -59,6 +61,8 @@ void Program::connectMainWindow() {
     connect(window, &Fr_main::findReferenceWanted, this, [this] { fr_findref().present(); });
     connect(window, &Fr_main::directoryEditorWanted, this, [this] { bringUp(&fr_directory()); });
     connect(window, &Fr_main::optionsWanted, this, [this] { bringUp(&fr_options()); });
+    connect(window, &Fr_main::placementEditorWanted, this, [this] { bringUp(&form2()); });
+    connect(window, &Fr_main::placementWanted, this, [this](const std::string& path) { form2().Openfile(path); });
     connect(window, &Fr_main::closed, this, [this] {
         ended_ = true;
         if (fr_findref_)
@@ -166,6 +170,14 @@ fr_findref& Program::fr_findref() {
 Form1& Program::form1() {
     return single(form1_, [] {
         auto* window = new Form1;
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        return window;
+    });
+}
+
+Form2& Program::form2() {
+    return single(form2_, [] {
+        auto* window = new Form2;
         window->setAttribute(Qt::WA_DeleteOnClose);
         return window;
     });

@@ -14,6 +14,7 @@
 namespace blockhouse {
 
 class Form1;
+class Form2;
 class Fr_Directory;
 class fr_edit;
 class fr_findref;
@@ -41,6 +42,7 @@ public:
     [[nodiscard]] Fr_options& fr_options();
     [[nodiscard]] class fr_findref& fr_findref();
     [[nodiscard]] Form1& form1();
+    [[nodiscard]] Form2& form2();
 
     // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none. Null when
     // the window has gone meanwhile.
@@ -73,6 +75,7 @@ private:
     QPointer<Fr_options> fr_options_;
     QPointer<class fr_findref> fr_findref_;
     QPointer<Form1> form1_;
+    QPointer<Form2> form2_;
     bool ended_ = false;
 };
 

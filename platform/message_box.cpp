@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 
 namespace blockhouse {
 namespace {
@@ -15,6 +16,9 @@ QMessageBox::StandardButton ask(QWidget* parent, const QString& text, QMessageBo
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
     box->setStandardButtons(buttons);
+    // An only button is what Escape presses: one could not be told from the other.
+    if (buttons.testFlag(QMessageBox::Cancel))
+        box->button(QMessageBox::Cancel)->hide();
     const int answer = box->exec();
     delete box;
     return static_cast<QMessageBox::StandardButton>(answer);
@@ -24,6 +28,10 @@ QMessageBox::StandardButton ask(QWidget* parent, const QString& text, QMessageBo
 
 void tell(QWidget* parent, const QString& text) {
     ask(parent, text, QMessageBox::Ok);
+}
+
+bool tellOneOfMany(QWidget* parent, const QString& text) {
+    return ask(parent, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
 }
 
 void tellFileError(QWidget* parent, const QString& attempt, const FileError& error) {

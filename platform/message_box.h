@@ -14,6 +14,10 @@ inline constexpr const char* applicationTitle = "Blockhouse";
 // An OK button only; returns when it is closed. `parent` may go away meanwhile.
 void tell(QWidget* parent, const QString& text);
 
+// The same for one of many messages in a row. False when it was left by Escape or its close button instead of OK: the
+// user wants no more of them.
+[[nodiscard]] bool tellOneOfMany(QWidget* parent, const QString& text);
+
 // Says which file, what was attempted ("could not be opened") and the cause.
 void tellFileError(QWidget* parent, const QString& attempt, const FileError& error);
 

@@ -3,6 +3,7 @@
 #include "editor/fr_edit.h"
 #include "findref/Form1.h"
 #include "findref/fr_findref.h"
+#include "placement/Form2.h"
 #include "platform/files.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
@@ -178,13 +179,46 @@ TEST_F(ToolWindows, ClosingItsWindowOrTheMainWindowEndsASearch) {
     for (int file = 0; file < 2'000; ++file)
         temp_.file("data/more" + std::to_string(file) + ".ini", std::string(10'000, ' ') + "x");
     startWithDirectories();
-    for (QWidget* closed : {program_->fr_findref().parentWidget(), static_cast<QWidget*>(&mainWindow())}) {
+    const auto searchAndClose = [this](QWidget* window) {
         fr_findref& search = program_->fr_findref();
-        QTimer::singleShot(0, closed, &QWidget::close);
+        QTimer::singleShot(0, window, &QWidget::close);
         search.findRef("x");
         EXPECT_LT(search.List1->model()->rowCount(), 2'000);
-        EXPECT_FALSE(closed->isVisible());
+        EXPECT_FALSE(window->isVisible());
+    };
+    searchAndClose(program_->fr_findref().parentWidget());
+    // This ends the program, so it has to run.
+    QTimer::singleShot(0, &mainWindow(), [&] { searchAndClose(&mainWindow()); });
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+}
+
+TEST_F(ToolWindows, ThePlacementEditorOpensFromTheMenuAndFromTheTree) {
+    temp_.file("data/AIData.ini", "SkirmishBuildList North\r\nEnd\r\n");
+    startWithDirectories();
+    choose("mnu_AIbuild");
+    EXPECT_TRUE(program_->form2().isVisible());
+    EXPECT_EQ(program_->form2().windowTitle(), QStringLiteral("Building tool"));
+
+    QTreeView& tree = *mainWindow().Tree1;
+    tree.expandAll();
+    for (const bool yes : {true, false}) {
+        MessageBoxReader boxes;
+        boxes.onBox = [yes] {
+            const auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            box->button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        };
+        const QModelIndex file = tree.model()->index(0, 0, tree.model()->index(0, 0));
+        EXPECT_EQ(file.data().toString(), QStringLiteral("AIData.ini"));
+        tree.setCurrentIndex(file);
+        QTest::keyClick(&tree, Qt::Key_Return);
+        EXPECT_EQ(boxes.messages(),
+                  QStringList(
+                      QStringLiteral("Blockhouse|Would you like to open This with the AI building placement Editor?")));
+        EXPECT_EQ(program_->form2().windowTitle(), QStringLiteral("/AIData.ini"));
+        EXPECT_EQ(mainWindow().mdiArea()->subWindowList().size(), yes ? 0 : 1);
     }
+    program_->form2().close();
+    EXPECT_EQ(program_->form2().Filepath, "") << "what was not saved is gone with the window";
 }
 
 TEST_F(ToolWindows, CharactersAreCountedInOneWindowMadeAnewAfterItWasClosed) {

@@ -1,0 +1,170 @@
+#include "placement/Form2.h"
+
+#include "placement/Canvas.h"
+#include "placement/location_line.h"
+#include "platform/codepage.h"
+#include "platform/DropDownList.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "platform/paths.h"
+#include "platform/window_handles.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QPointer>
+#include <QSignalBlocker>
+#include <QStringListModel>
+#include <QTimer>
+
+#include <utility>
+
+namespace blockhouse {
+namespace {
+
+// What a text widget still counts without overflow.
+constexpr std::size_t largestFile = 1'000'000'000;
+
+template <typename Entry>
+QStringList namesOf(const std::vector<Entry>& entries) {
+    QStringList names;
+    names.reserve(static_cast<qsizetype>(entries.size()));
+    for (const Entry& entry : entries)
+        names.append(QString::fromStdString(codepage::toUtf8(entry.name)));
+    return names;
+}
+
+} // namespace
+
+void Form2::Openfile(const std::string& Txt_path, std::ptrdiff_t) {
+    bringUp(this);
+    Result<std::string> file = readWholeFile(Txt_path, largestFile);
+    if (!file)
+        return tellFileError(this, tr("could not be opened."), file.error());
+    Filepath = Txt_path;
+    Filetext = std::move(file).value();
+    const std::size_t separator = lastPathSeparator(Txt_path);
+    setWindowTitle(displayed(separator == Txt_path.npos ? Txt_path : Txt_path.substr(separator)));
+    m_save_->setEnabled(true);
+
+    const QSignalBlocker unheard(Combo1);
+    sides_ = sidesOf(Filetext);
+    sideNames_->setStringList(namesOf(sides_));
+    Combo1->setCurrentIndex(-1);
+    listStructures({});
+    board_.showStructures({});
+    Picture1->update();
+}
+
+void Form2::save() {
+    if (const Result<Done> written = replaceWholeFile(Filepath, Filetext); !written)
+        tellFileError(this, tr("could not be saved."), written.error());
+}
+
+void Form2::open() {
+    const QPointer<Form2> self(this);
+    const QString path = QFileDialog::getOpenFileName(this, tr("Open"), QFile::decodeName(Filepath.c_str()));
+    if (self && !path.isEmpty())
+        Openfile(QFile::encodeName(path).toStdString());
+}
+
+// A list announces a choice twice if it changes the selected entry, and once if it was selected already.
+void Form2::onSideSelected() {
+    const QPointer<Form2> self(this);
+    chooseSide();
+    if (!self)
+        return;
+    sideJustChosen_ = true;
+    QTimer::singleShot(0, this, [this] { sideJustChosen_ = false; });
+}
+
+void Form2::onSideActivated() {
+    if (!sideJustChosen_)
+        chooseSide();
+}
+
+void Form2::chooseSide() {
+    if (Combo1->currentIndex() < 0)
+        return;
+    const auto side = static_cast<std::size_t>(Combo1->currentIndex());
+    const SearchRange range = searchRangeOf(sides_, side, Filetext);
+    loadcombo2(range.startSearch, range.endSearch);
+}
+
+void Form2::loadcombo2(TextPosition startSearch, TextPosition endSearch) {
+    const BuildListScan scan = structuresOf(Filetext, startSearch, endSearch);
+    listStructures(scan);
+    board_.showStructures(scan.structures);
+    Picture1->update();
+    tellFailures(scan.failures);
+}
+
+void Form2::loadcombopart2(TextPosition startSearch, TextPosition endSearch, int tindex) {
+    const BuildListScan scan = structuresOf(Filetext, startSearch, endSearch);
+    listStructures(scan);
+    board_.refill(scan.structures.size());
+    if (tindex < Combo2->count())
+        Combo2->setCurrentIndex(tindex);
+    tellFailures(scan.failures);
+}
+
+void Form2::listStructures(const BuildListScan& scan) {
+    const QSignalBlocker unheard(Combo2);
+    structures_.clear();
+    structures_.reserve(scan.structures.size());
+    for (const ScannedStructure& structure : scan.structures)
+        structures_.push_back(structure.entry);
+    structureNames_->setStringList(namesOf(structures_));
+    Combo2->setCurrentIndex(-1);
+}
+
+void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
+    const QPointer<Form2> self(this);
+    for (const ScanFailure& failure : failures) {
+        const bool wantsMore = tellOneOfMany(this, QString::fromStdString(codepage::toUtf8(failure.message())));
+        if (!self || !wantsMore)
+            return;
+    }
+}
+
+void Form2::chooseStructure(int index) {
+    if (index >= 0 && board_.select(static_cast<std::size_t>(index)))
+        Picture1->update();
+}
+
+void Form2::press(CanvasPoint pointer) {
+    const MarkBoard::Press press = board_.press(pointer);
+    if (press.hit)
+        Combo2->setCurrentIndex(static_cast<int>(*press.hit));
+    if (press.changed)
+        Picture1->update();
+}
+
+void Form2::move(CanvasPoint pointer, MouseButtons held) {
+    Label2->setText(QString::fromStdString(statusText(pointer)));
+    Label2->adjustSize();
+    if (board_.move(pointer, held))
+        Picture1->update();
+}
+
+void Form2::release(CanvasPoint pointer) {
+    const auto drop = board_.release(pointer);
+    if (!drop)
+        return;
+    const auto line = replaceLocation(Filetext, structures_[drop->index].position, drop->point);
+    if (!line)
+        return;
+    log1->moveCursor(QTextCursor::End);
+    log1->insertPlainText(QString::fromStdString(*line) + QLatin1Char('\n'));
+    Picture1->update();
+    const auto side = static_cast<std::size_t>(Combo1->currentIndex());
+    const SearchRange range = searchRangeOf(sides_, side, Filetext);
+    loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop->index));
+}
+
+void Form2::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Q_EMIT closed();
+}
+
+} // namespace blockhouse

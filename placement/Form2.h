@@ -1,0 +1,97 @@
+// The placement editor: a top-level window that shows where a side's structures stand and lets them be dragged.
+#pragma once
+
+#include "placement/build_list.h"
+#include "placement/mark_board.h"
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include <string>
+#include <vector>
+
+class QAction;
+class QMenuBar;
+class QStringListModel;
+
+namespace blockhouse {
+
+class Canvas;
+class DropDownList;
+
+class Form2 : public QWidget {
+    Q_OBJECT
+
+public:
+    Form2();
+
+    // Shows the window, loads the file and lists its sides; what was shown before goes, unsaved changes with it. A
+    // file that cannot be read changes nothing, and the user is told. Startout is not used.
+    void Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
+
+    // Lists the structures whose keywords start in the range, and puts their marks on the canvas.
+    void loadcombo2(TextPosition startSearch, TextPosition endSearch);
+    // Lists them anew after the text has changed; the marks stay. Then selects entry `tindex`, counted from 0.
+    void loadcombopart2(TextPosition startSearch, TextPosition endSearch, int tindex);
+
+    // Writes the text to the file it came from.
+    void save();
+
+    std::string Filepath; // empty before the first file
+    std::string Filetext;
+
+    DropDownList* Combo1; // the sides
+    DropDownList* Combo2; // the structures of the chosen one
+    Canvas* Picture1;
+    QPlainTextEdit* Text1;
+    QFrame* Picture2;
+    QLabel* Label2;
+    QGroupBox* Frame1;
+    QPlainTextEdit* log1;
+    QPushButton* Command1;
+
+    // The entries of the two lists.
+    [[nodiscard]] const std::vector<SideEntry>& sides() const { return sides_; }
+
+    [[nodiscard]] const std::vector<StructureEntry>& structures() const { return structures_; }
+
+    [[nodiscard]] const MarkBoard& board() const { return board_; }
+
+Q_SIGNALS:
+    // The window is going away.
+    void closed();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    [[nodiscard]] QMenuBar* makeMenus();
+    [[nodiscard]] QWidget* makeControls();
+    void makeLog(QWidget* inside);
+    void open();
+
+    void onSideSelected();
+    void onSideActivated();
+    void chooseSide();
+    void chooseStructure(int index);
+    void listStructures(const BuildListScan& scan);
+    void tellFailures(const std::vector<ScanFailure>& failures);
+
+    void press(CanvasPoint pointer);
+    void move(CanvasPoint pointer, MouseButtons held);
+    void release(CanvasPoint pointer);
+
+    std::vector<SideEntry> sides_;
+    std::vector<StructureEntry> structures_;
+    MarkBoard board_;
+    QStringListModel* sideNames_;
+    QStringListModel* structureNames_;
+    QAction* m_save_ = nullptr;
+    bool sideJustChosen_ = false; // in this round of the event loop
+};
+
+} // namespace blockhouse

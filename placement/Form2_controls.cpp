@@ -1,0 +1,135 @@
+// The placement editor's menus and controls, at their design places.
+#include "placement/Canvas.h"
+#include "placement/Form2.h"
+#include "placement/structure_colour.h"
+#include "platform/DropDownList.h"
+#include "platform/units.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStringListModel>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+namespace blockhouse {
+namespace {
+
+constexpr int pixels(double twips) {
+    return toPixels(Twips{twips}).value;
+}
+
+constexpr QRect place(double left, double top, double width, double height) {
+    return {pixels(left), pixels(top), pixels(width), pixels(height)};
+}
+
+QFont arial(double points) {
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(points);
+    return font;
+}
+
+template <typename Control>
+Control* named(Control* control, const char* name, const QString& accessibleName) {
+    control->setObjectName(QLatin1String(name));
+    control->setAccessibleName(accessibleName);
+    return control;
+}
+
+constexpr int stripHeight = pixels(315);
+
+} // namespace
+
+Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QStringListModel(this)) {
+    setObjectName(QStringLiteral("Form2"));
+    setWindowTitle(tr("Building tool"));
+    setAccessibleName(tr("Building tool"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->setMenuBar(makeMenus());
+    column->addWidget(makeControls(), 1);
+    Picture2 = named(new QFrame(this), "Picture2", tr("Status"));
+    Picture2->setFrameShape(QFrame::StyledPanel);
+    Picture2->setFixedHeight(stripHeight);
+    column->addWidget(Picture2);
+    Label2 = named(new QLabel(Picture2), "Label2", tr("Pointer coordinates"));
+    // Below the frame's line, and in the middle of the strip's height.
+    Label2->move(4, (stripHeight - Label2->fontMetrics().height()) / 2);
+
+    connect(Combo1, &QComboBox::currentIndexChanged, this, &Form2::onSideSelected);
+    connect(Combo1, &QComboBox::activated, this, &Form2::onSideActivated);
+    connect(Combo2, &QComboBox::currentIndexChanged, this, &Form2::chooseStructure);
+    connect(Combo2, &QComboBox::activated, this, &Form2::chooseStructure);
+    connect(Picture1, &Canvas::pressed, this, &Form2::press);
+    connect(Picture1, &Canvas::moved, this, &Form2::move);
+    connect(Picture1, &Canvas::released, this, &Form2::release);
+}
+
+QMenuBar* Form2::makeMenus() {
+    auto* bar = new QMenuBar(this);
+    const auto menu = [bar](const char* name, const QString& caption) {
+        QMenu* made = bar->addMenu(caption);
+        made->setObjectName(QLatin1String(name));
+        return made;
+    };
+    const auto item = [this](QMenu* in, const char* name, const QString& caption, auto act) {
+        QAction* made = in->addAction(caption);
+        made->setObjectName(QLatin1String(name));
+        connect(made, &QAction::triggered, this, act);
+        return made;
+    };
+    QMenu* file = menu("m_file", tr("&File"));
+    item(file, "mnu_open", tr("&Open"), [this] { open(); })->setShortcut(QKeySequence::Open);
+    m_save_ = item(file, "m_save", tr("&Save ME"), [this] { save(); });
+    m_save_->setShortcut(QKeySequence::Save);
+    m_save_->setEnabled(false); // until there is something to save
+    QMenu* view = menu("mnu_view", tr("&View"));
+    item(view, "m_linelog", tr("&line Log"), [this] {
+        Frame1->show();
+        Frame1->raise();
+    });
+    return bar;
+}
+
+QWidget* Form2::makeControls() {
+    auto* inside = new QWidget(this);
+    inside->setMinimumSize(pixels(7575), pixels(5805) - stripHeight);
+    const auto list = [inside](const char* name, const QString& accessibleName, QStringListModel* model) {
+        auto* made = named(new DropDownList(inside), name, accessibleName);
+        made->setModel(model);
+        return made;
+    };
+    Combo1 = list("Combo1", tr("Sides"), sideNames_);
+    Combo1->setGeometry(place(120, 120, 2175, 315));
+    Combo2 = list("Combo2", tr("Structures"), structureNames_);
+    Combo2->setGeometry(place(2640, 120, 1935, 315));
+    Picture1 = named(new Canvas(board_, inside), "Picture1", tr("Places of the structures"));
+    Picture1->move(pixels(120), pixels(600));
+    Text1 = named(new QPlainTextEdit(inside), "Text1", tr("What the colours mean"));
+    Text1->setFont(arial(8.25));
+    Text1->setReadOnly(true);
+    Text1->setTabChangesFocus(true);
+    // So that the longest line just fits.
+    Text1->document()->setDocumentMargin(1);
+    Text1->setPlainText(QString::fromLatin1(colourLegend.data(), static_cast<qsizetype>(colourLegend.size())));
+    Text1->setGeometry(place(5040, 720, 2295, 1815));
+    makeLog(inside);
+    return inside;
+}
+
+void Form2::makeLog(QWidget* inside) {
+    Frame1 = named(new QGroupBox(tr("log"), inside), "Frame1", tr("Written lines"));
+    Frame1->setGeometry(place(840, 600, 6375, 4215));
+    Frame1->setAutoFillBackground(true);
+    Frame1->hide();
+    log1 = named(new QPlainTextEdit(Frame1), "log1", tr("Written lines"));
+    log1->setGeometry(place(240, 240, 5655, 3615));
+    log1->setTabChangesFocus(true);
+    log1->setUndoRedoEnabled(false);
+    Command1 = named(new QPushButton(QStringLiteral("x"), Frame1), "Command1", tr("Hide the log"));
+    Command1->setGeometry(place(6000, 240, 255, 255));
+    connect(Command1, &QPushButton::clicked, Frame1, &QWidget::hide);
+}
+
+} // namespace blockhouse

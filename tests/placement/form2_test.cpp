@@ -1,0 +1,196 @@
+#include "placement/Canvas.h"
+#include "placement/Form2.h"
+#include "platform/DropDownList.h"
+#include "platform/files.h"
+#include "tests/support/MessageBoxReader.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <QAction>
+#include <QTest>
+
+#include <memory>
+
+namespace blockhouse {
+namespace {
+
+std::string structure(const std::string& name, const std::string& location) {
+    return "  Structure " + name + "\r\n    " + location + "\r\n  End\r\n";
+}
+
+const std::string twoSides =
+    "SkirmishBuildList North\r\n" + structure("CommandCenter", "Location = X:100.00 Y:100.00") +
+    structure("SupplyDepot", "Location = X:500.50 Y:250.25") +
+    structure("StingerNest", "Location = X:110.00 Y:110.00") + "End\r\nSkirmishBuildList South\r\n" +
+    structure("PowerMill", "Location = X:900.00 Y:900.00") + "End\r\n";
+
+class PlacementEditor : public testing::Test {
+protected:
+    void open(const std::string& text) {
+        path_ = temp_.file("data/AIdata.ini", text);
+        form_->Openfile(path_);
+    }
+
+    // Where a point of the canvas lies in the widget: 0.309 pixels a unit, inside a border of 2.
+    static QPoint at(double x, double y) { return QPointF(2 + x * 0.309, 2 + y * 0.309).toPoint(); }
+
+    void mouse(QEvent::Type type, QPointF place, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, place, form_->Picture1->mapToGlobal(place), button, held, Qt::NoModifier);
+        QApplication::sendEvent(form_->Picture1, &event);
+    }
+
+    void press(QPointF place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonPress, place, button, button);
+    }
+
+    void move(QPointF place, Qt::MouseButtons held) { mouse(QEvent::MouseMove, place, Qt::NoButton, held); }
+
+    void release(QPointF place, Qt::MouseButton button = Qt::LeftButton) {
+        mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+    }
+
+    [[nodiscard]] QColor colourAt(QPoint place) const { return form_->Picture1->grab().toImage().pixelColor(place); }
+
+    [[nodiscard]] std::string structures() const {
+        std::string names;
+        for (int i = 0; i < form_->Combo2->count(); ++i)
+            names += (i == form_->Combo2->currentIndex() ? "*" : "") + form_->Combo2->itemText(i).toStdString() + " ";
+        return names;
+    }
+
+    TempFolder temp_;
+    std::string path_;
+    std::unique_ptr<Form2> form_ = std::make_unique<Form2>();
+};
+
+TEST_F(PlacementEditor, ShowsTheSidesOfAFileAndTheStructuresOfTheChosenOne) {
+    EXPECT_EQ(form_->windowTitle(), QStringLiteral("Building tool"));
+    EXPECT_FALSE(form_->findChild<QAction*>(QStringLiteral("m_save"))->isEnabled());
+    open(twoSides);
+    EXPECT_TRUE(form_->isVisible());
+    EXPECT_EQ(form_->windowTitle(), QStringLiteral("/AIdata.ini"));
+    EXPECT_EQ(form_->Combo1->count(), 2);
+    EXPECT_EQ(form_->Combo1->currentIndex(), -1);
+    EXPECT_EQ(structures(), "");
+
+    form_->Combo1->setCurrentIndex(0);
+    EXPECT_EQ(structures(), "CommandCenter SupplyDepot StingerNest ");
+    EXPECT_EQ(colourAt(at(110, 110) + QPoint(4, 8)), QColor(Qt::red)) << "the later mark lies above the earlier one";
+    EXPECT_EQ(colourAt(at(500.5, 250.25) + QPoint(4, 8)), QColor(0, 255, 0));
+    EXPECT_EQ(colourAt(at(500.5, 250.25)), QColor(128, 128, 128)) << "its outline";
+    const QColor ground = colourAt(at(900, 900) + QPoint(4, 8));
+    form_->Combo1->setCurrentIndex(1);
+    EXPECT_EQ(structures(), "PowerMill ");
+    EXPECT_EQ(colourAt(at(900, 900) + QPoint(4, 8)), QColor(Qt::blue));
+    EXPECT_EQ(colourAt(at(500.5, 250.25) + QPoint(4, 8)), ground);
+
+    open("SkirmishBuildList West\r\n");
+    EXPECT_EQ(form_->Combo1->count(), 1);
+    EXPECT_EQ(structures(), "");
+    EXPECT_EQ(colourAt(at(900, 900) + QPoint(4, 8)), ground) << "nothing of the file before is left";
+}
+
+TEST_F(PlacementEditor, ADropRewritesTheLocationLineAndNothingElse) {
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    press(at(110, 110));
+    EXPECT_EQ(structures(), "*CommandCenter SupplyDepot StingerNest ") << "of two near ones the first";
+    move({158, 80}, Qt::LeftButton);
+    EXPECT_EQ(form_->Label2->text(), QStringLiteral("x: 504.85 y: 252.43"));
+    release({-2, 311}); // the pointer may leave the canvas
+    EXPECT_EQ(structures(), "*CommandCenter SupplyDepot StingerNest ");
+    EXPECT_EQ(form_->log1->toPlainText(), QStringLiteral("Location = X:-12.94 Y:1000.00\n"));
+    std::string expected = twoSides;
+    expected.replace(expected.find("Location"), 28, "Location = X:-12.94 Y:1000.00");
+    EXPECT_EQ(form_->Filetext, expected);
+    EXPECT_EQ(readWholeFile(path_).value(), twoSides) << "nothing is written yet";
+
+    // A later entry's position follows the text's new length.
+    form_->Combo2->setCurrentIndex(2);
+    press({300, 10}, Qt::RightButton);
+    release({2, 2}, Qt::RightButton);
+    expected.replace(expected.find("Location = X:110"), 28, "Location = X:0.00 Y:0.00");
+    EXPECT_EQ(form_->Filetext, expected);
+    EXPECT_EQ(form_->board().marks()[2].topLeft.x.value, 110) << "only the left button drags";
+    form_->findChild<QAction*>(QStringLiteral("m_save"))->trigger();
+    EXPECT_EQ(readWholeFile(path_).value(), expected);
+}
+
+TEST_F(PlacementEditor, LabelsShowWhatIsChosenOrUnderThePointer) {
+    const auto labels = [this] {
+        std::string shown;
+        for (const MarkLabel& label : form_->board().labels())
+            shown += label.visible ? label.name + " " : "";
+        return shown;
+    };
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    EXPECT_EQ(labels(), "");
+    const QImage without = form_->Picture1->grab().toImage();
+    form_->Combo2->setCurrentIndex(1);
+    EXPECT_EQ(labels(), "SupplyDepot ");
+    EXPECT_NE(form_->Picture1->grab().toImage(), without);
+    move(at(700, 700), Qt::NoButton);
+    EXPECT_EQ(labels(), "");
+    EXPECT_EQ(form_->Picture1->grab().toImage(), without);
+    move(at(500, 250), Qt::NoButton);
+    EXPECT_EQ(labels(), "SupplyDepot ");
+}
+
+TEST_F(PlacementEditor, FailuresAreToldOneByOneUntilTheBoxIsDismissed) {
+    std::string text = "SkirmishBuildList North\r\n";
+    for (int i = 1; i <= 3; ++i)
+        text += structure("EndlessWall" + std::to_string(i), "Location = X:10.00 Y:10.00");
+    open(text + structure("Barracks", "Location = X:ten Y:20.00") +
+         structure("Airfield", "Location = X:50.00 Y:50.00"));
+    {
+        MessageBoxReader boxes;
+        QTest::keyClick(form_->Combo1, Qt::Key_Down);
+        EXPECT_EQ(boxes.messages().join(' ').toStdString(),
+                  "Blockhouse|Could not find location for EndlessWall1:Skipping "
+                  "Blockhouse|Could not find location for EndlessWall2:Skipping "
+                  "Blockhouse|Could not find location for EndlessWall3:Skipping Blockhouse|13");
+    }
+    QTest::qWait(0);
+    for (const bool byEscape : {true, false}) {
+        MessageBoxReader boxes;
+        boxes.onBox = [byEscape] {
+            if (byEscape)
+                QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+            else
+                QApplication::activeModalWidget()->close();
+        };
+        Q_EMIT form_->Combo1->activated(0); // the same side once more
+        EXPECT_EQ(boxes.messages().size(), 1) << byEscape;
+        EXPECT_EQ(structures(), "Airfield ");
+    }
+}
+
+TEST_F(PlacementEditor, AFileThatCannotBeReadOrWrittenIsToldAndLosesNothing) {
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(1);
+    MessageBoxReader boxes;
+    const std::string missing = temp_.path("missing/aidata.ini");
+    form_->Openfile(missing);
+    ASSERT_EQ(boxes.messages().size(), 1);
+    EXPECT_TRUE(boxes.messages()[0].contains(QString::fromStdString(missing)));
+    EXPECT_EQ(form_->windowTitle(), QStringLiteral("/AIdata.ini"));
+    EXPECT_EQ(structures(), "PowerMill ");
+    std::filesystem::remove_all(temp_.path("data"));
+    form_->save();
+    ASSERT_EQ(boxes.messages().size(), 2);
+    EXPECT_TRUE(boxes.messages()[1].contains(QString::fromStdString(path_)));
+    EXPECT_EQ(form_->Filetext, twoSides);
+}
+
+TEST_F(PlacementEditor, TheLogComesAndGoes) {
+    open(twoSides);
+    EXPECT_FALSE(form_->Frame1->isVisible());
+    form_->findChild<QAction*>(QStringLiteral("m_linelog"))->trigger();
+    EXPECT_TRUE(form_->Frame1->isVisible());
+    QTest::mouseClick(form_->Command1, Qt::LeftButton);
+    EXPECT_FALSE(form_->Frame1->isVisible());
+}
+
+} // namespace
+} // namespace blockhouse

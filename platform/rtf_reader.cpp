@@ -1,5 +1,6 @@
 #include "platform/codepage.h"
 #include "platform/rtf.h"
+#include "platform/rtf_words.h"
 
 #include <algorithm>
 #include <array>
@@ -10,35 +11,6 @@
 namespace blockhouse::rtf {
 
 namespace {
-
-// Bytes that mean something beyond themselves in every destination.
-constexpr std::array<bool, 256> makeStops() {
-    std::array<bool, 256> table{};
-    for (const char stop : {'\\', '{', '}', '\r', '\n'})
-        table[static_cast<unsigned char>(stop)] = true;
-    return table;
-}
-
-constexpr std::array<bool, 256> stops = makeStops();
-
-bool isStop(char byte) {
-    return stops[static_cast<unsigned char>(byte)];
-}
-
-bool isLetter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-}
-
-bool isDigit(char byte) {
-    return byte >= '0' && byte <= '9';
-}
-
-int hexValue(char byte) {
-    if (isDigit(byte))
-        return byte - '0';
-    const char lower = codepage::lowered(byte);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
 
 // What becomes of a group's characters.
 enum class Destination : std::uint8_t { text, colourTable, nowhere };
@@ -55,27 +27,6 @@ enum class BreakKind : std::uint8_t { pair, loneCarriageReturn, loneLineFeed, sp
 struct ControlWord {
     std::string_view name;
     std::optional<std::int32_t> number;
-};
-
-// Words that stand for one character of the code page.
-constexpr std::array<std::pair<std::string_view, char>, 11> namedCharacters = {{
-    {"tab", '\t'},
-    {"cell", '\t'},
-    {"bullet", '\x95'},
-    {"emdash", '\x97'},
-    {"endash", '\x96'},
-    {"emspace", ' '},
-    {"enspace", ' '},
-    {"lquote", '\x91'},
-    {"rquote", '\x92'},
-    {"ldblquote", '\x93'},
-    {"rdblquote", '\x94'},
-}};
-
-// Destinations whose content is not part of the text although they are not marked as ignorable.
-constexpr std::array<std::string_view, 15> hiddenDestinations = {
-    "fonttbl", "stylesheet", "info",    "pict",    "object",  "header",   "headerl", "headerr",
-    "headerf", "footer",     "footerl", "footerr", "footerf", "footnote", "filetbl",
 };
 
 } // namespace

@@ -110,7 +110,10 @@ QWidget* Form2::makeControls() {
     Text1->setFont(arial(8.25));
     Text1->setReadOnly(true);
     Text1->setTabChangesFocus(true);
-    // So that the longest line just fits.
+    // The longest line just fits, but only without a scroll bar beside it.
+    Text1->setLineWrapMode(QPlainTextEdit::NoWrap);
+    Text1->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    Text1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     Text1->document()->setDocumentMargin(1);
     Text1->setPlainText(QString::fromLatin1(colourLegend.data(), static_cast<qsizetype>(colourLegend.size())));
     Text1->setGeometry(place(5040, 720, 2295, 1815));

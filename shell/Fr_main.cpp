@@ -61,6 +61,8 @@ Fr_main::Fr_main(EntryList& Dirs, ListFiles files)
 // Child windows are hidden one by one while the main window is torn down: none of that is news any more.
 Fr_main::~Fr_main() {
     mdiArea_->disconnect(this);
+    for (QMdiSubWindow* window : mdiArea_->subWindowList())
+        window->disconnect(this);
 }
 
 void Fr_main::layOut() {

@@ -89,7 +89,12 @@ void Fr_main::showMenusOfActiveWindow() {
     QList<QAction*> wanted = ownMenus_;
     // Not the signal's window: that is none whenever the main window itself is not the active one.
     const QMdiSubWindow* active = mdiArea_->currentSubWindow();
-    if (auto* source = dynamic_cast<MenuSource*>(active ? active->widget() : nullptr)) {
+    if (active)
+        connect(active, &QMdiSubWindow::windowStateChanged, this, &Fr_main::showMenusOfActiveWindow,
+                Qt::UniqueConnection);
+    // Nobody works in a window that is minimised, and the way to the other windows leads through our own menus.
+    const bool worksInChild = active && !active->isMinimized();
+    if (auto* source = dynamic_cast<MenuSource*>(worksInChild ? active->widget() : nullptr)) {
         wanted.clear();
         for (const QMenu* menu : source->menus())
             wanted.append(menu->menuAction());

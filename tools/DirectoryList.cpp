@@ -75,6 +75,8 @@ bool DirectoryList::walkTo(const std::string& folder) {
     const int cameFrom = rowOf(before);
     const QModelIndex current = rows_->index(cameFrom >= 0 ? cameFrom : rowOf(path_));
     setCurrentIndex(current);
+    // As much as possible of what is inside the folder.
+    scrollTo(rows_->index(rowOf(path_)), PositionAtTop);
     scrollTo(current);
     return true;
 }

@@ -9,6 +9,8 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/lib.sh"
 # shellcheck source=tests/journeys/main_window.sh
 . "$here/main_window.sh"
+# shellcheck source=tests/journeys/document.sh
+. "$here/document.sh"
 
 typed_keyword_colour=0000ff
 typed_comment_colour=008000
@@ -19,20 +21,6 @@ selection_colour=b0b0b0
 export LC_ALL=C
 
 # ---- the text on the screen -----------------------------------------------------------------------------------
-
-# text_origin: "x y" of the text's first pixel while the file's first line, a comment, is in view. A caret may blink
-# in one of the comments.
-text_origin() {
-  local width
-  IFS=, read -r _ _ width _ <<<"$documents"
-  pixels "$window" "$documents" | awk -v width="$width" '
-    $0 == " ff ff c0" {
-      x = (NR - 1) % width
-      if (!found) { y = int((NR - 1) / width); left = x; found = 1 }
-      if (x < left) left = x
-    }
-    END { if (!found) exit 1; print left, y }'
-}
 
 look_of_first_line() { snapshot "$window" "$first_line"; }
 
@@ -87,68 +75,7 @@ panel_has_opened() {
 
 panel_is_gone() { ! strip_place >/dev/null; }
 
-# ---- further windows ------------------------------------------------------------------------------------------
-
-visible_windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }
-
-# new_window <list of windows before>: a window that was not there then. Tool tips are too low to count.
-new_window() {
-  local id height
-  for id in $(comm -13 "$1" <(visible_windows)); do
-    read -r _ height <<<"$(window_size "$id" 2>/dev/null)"
-    if ((${height:-0} >= 40)); then
-      echo "$id"
-      return 0
-    fi
-  done
-  return 1
-}
-
-no_new_window() { ! new_window "$1" >/dev/null; }
-
-# choose_entry <x> <y> <what> <key...>: opens the drop-down list at that place and takes the entry the keys lead to.
-choose_entry() {
-  local x=$1 y=$2 what=$3
-  shift 3
-  visible_windows >"$artefacts/windows"
-  click "$window" "$x" "$y"
-  wait_for 10 "drop-down list of $what" new_window "$artefacts/windows" >/dev/null
-  press_key "$@" Return
-  wait_for 10 "end of the drop-down list of $what" no_new_window "$artefacts/windows"
-}
-
 # ---- the file -------------------------------------------------------------------------------------------------
-
-type_text() { xdotool type --delay 12 -- "$1"; }
-
-# What is written ends with the character behind the text's last "end".
-cut_behind_last_end() {
-  local end
-  end=$(grep -iabo end "$1" | tail -n 1 | cut -d: -f1)
-  head -c "$((end + 4))" "$1"
-}
-
-# with_inserted <file> <offset> <text>
-with_inserted() {
-  head -c "$2" "$1"
-  printf '%s' "$3"
-  tail -c +"$(($2 + 1))" "$1"
-}
-
-# saved_is <file> <what>: saves, and waits for a file that equals the expected one byte by byte.
-saved_is() {
-  press_key ctrl+s
-  wait_for 15 "saved file with $2 (expected $1, saved $file)" cmp -s "$1" "$file"
-}
-
-# place_of <text> <offset>: where in the expected file it comes first at or after the offset; nothing if nowhere.
-place_of() { grep -iabo -F -e "$1" "$whole" | awk -F: -v from="$2" '$1 >= from && !found { print $1; found = 1 }'; }
-
-header_place() { grep -abo -e "^Object $1"$'\r' "$whole" | cut -d: -f1; }
-
-next_header_place() {
-  grep -abo -e '^Object ' "$whole" | awk -F: -v from="$1" '$1 > from && !found { print $1; found = 1 }'
-}
 
 # settings_of_block <start> <end>: the offsets of the jump list's entries in that part of the file, in their order.
 settings_of_block() {
@@ -163,27 +90,13 @@ settings_of_block() {
 
 program=$(realpath "$1")
 journey_begin "$2"
-folder=$artefacts/program
-rm -rf "$folder"
-mkdir -p "$folder"
-folder=$(cd "$folder" && pwd)
-artefacts=$(cd "$artefacts" && pwd)
-cp "$program" "$folder/blockhouse"
-"$here/../../scripts/lay_out_workspace.sh" "$folder"
+lay_out_program "$program"
 file=$folder/Data/Army/AmberfoldArmy.ini
 cp "$file" "$artefacts/original.ini"
 
 start_display 1280x800x24
-start_program "$folder/blockhouse"
-wait_for 30 "main window" window_named '^Project$' >/dev/null
-window=$(window_named '^Project$')
-resize_window "$window" 1000 600
-wait_for 10 "directory tree" tree_shows "$window"
-settled snapshot "$window" "0,0,1000,600"
-documents=$(documents_area "$window")
-open_tree_file "$window" 1
-wait_for 20 "highlighted comments" has_colour "$window" "$documents" "$comment_colour" 2000
-settled comment_lengths "$window"
+open_main_window 1000 600
+open_coloured_file 1
 origin=$(text_origin)
 read -r text_x text_y <<<"$origin"
 # The text box begins 56 pixels below the window's inside, its text below the lists that reach into it.

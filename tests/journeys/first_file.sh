@@ -33,13 +33,7 @@ panel_is() {
 
 program=$(realpath "$1")
 journey_begin "$2"
-folder=$artefacts/program
-rm -rf "$folder"
-mkdir -p "$folder"
-folder=$(cd "$folder" && pwd)
-# The program's list files are those beside it, so it is a copy that gets a workspace of its own.
-cp "$program" "$folder/blockhouse"
-"$here/../../scripts/lay_out_workspace.sh" "$folder"
+lay_out_program "$program"
 
 say "The splash window comes first, the main window after it"
 start_display 1280x800x24

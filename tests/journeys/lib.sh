@@ -187,6 +187,25 @@ window_named() {
   xdotool search --onlyvisible --name "$1" 2>/dev/null | awk 'NR == 1 { print; found = 1 } END { exit !found }'
 }
 
+no_window_named() { ! window_named "$1" >/dev/null; }
+
+visible_windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }
+
+# new_window <list of windows before>: a window that was not there then. Tool tips are too low to count.
+new_window() {
+  local id height
+  for id in $(comm -13 "$1" <(visible_windows)); do
+    read -r _ height <<<"$(window_size "$id" 2>/dev/null)"
+    if ((${height:-0} >= 40)); then
+      echo "$id"
+      return 0
+    fi
+  done
+  return 1
+}
+
+no_new_window() { ! new_window "$1" >/dev/null; }
+
 # window_sized <width> <height>: the id of a visible window of just that size.
 window_sized() {
   local id WIDTH HEIGHT

@@ -11,6 +11,62 @@ keyword_colour=000080
 panel_width=182
 tree_inset=16
 
+# lay_out_program <program>: sets folder, which gets a copy of the program with the sample workspace and list files
+# beside it. The program's list files are those beside it, so no journey disturbs another.
+lay_out_program() {
+  folder=$artefacts/program
+  rm -rf "$folder"
+  mkdir -p "$folder"
+  folder=$(cd "$folder" && pwd)
+  artefacts=$(cd "$artefacts" && pwd)
+  cp "$1" "$folder/blockhouse"
+  "$here/../../scripts/lay_out_workspace.sh" "$folder"
+}
+
+# open_main_window <width> <height>: starts the program and sets window and documents when its tree is there.
+open_main_window() {
+  start_program "$folder/blockhouse"
+  wait_for 30 "main window" window_named '^Project$' >/dev/null
+  window=$(window_named '^Project$')
+  resize_window "$window" "$1" "$2"
+  wait_for 10 "directory tree" tree_shows "$window"
+  settled snapshot "$window" "0,0,$1,$2"
+  documents=$(documents_area "$window")
+}
+
+# text_origin: "x y" of the text's first pixel while the file's first line, a comment, is in view. A caret may blink
+# in one of the comments.
+text_origin() {
+  local width
+  IFS=, read -r _ _ width _ <<<"$documents"
+  pixels "$window" "$documents" | awk -v width="$width" '
+    $0 == " ff ff c0" {
+      x = (NR - 1) % width
+      if (!found) { y = int((NR - 1) / width); left = x; found = 1 }
+      if (x < left) left = x
+    }
+    END { if (!found) exit 1; print left, y }'
+}
+
+# open_coloured_file <n>: the n-th file of the first directory, and waits for its colours.
+open_coloured_file() {
+  open_tree_file "$window" "$1"
+  wait_for 20 "highlighted comments" has_colour "$window" "$documents" "$comment_colour" 2000
+  settled comment_lengths "$window"
+}
+
+# confirm <what>: waits for the program's message box and presses its button.
+confirm() {
+  local box
+  wait_for 10 "message box about $1" window_named '^Blockhouse$' >/dev/null
+  box=$(window_named '^Blockhouse$')
+  settled snapshot "$box" "0,0,60,40"
+  screenshot "$artefacts/message.png" "$box"
+  xdotool windowactivate --sync "$box"
+  press_key Return
+  wait_for 10 "end of the message box about $1" no_window_named '^Blockhouse$'
+}
+
 # tree_top <window>: the tree's first row of pixels, while the panel has its first width. Fails while there is no tree.
 # Looks at the few pixels left of the directories' arrows, which are white in every row, selected or not.
 tree_top() {

@@ -283,6 +283,10 @@ TEST_F(FrMain, TheActiveWindowsMenusStandInTheMenuBar) {
     EXPECT_EQ(captions(), ofMain);
     main_->mdiArea()->setActiveSubWindow(editor);
     EXPECT_EQ(captions(), "Own ");
+    editor->showMinimized();
+    EXPECT_EQ(captions(), ofMain) << "the way to the other windows";
+    editor->showNormal();
+    EXPECT_EQ(captions(), "Own ");
     plain->close();
     delete editor;
     QCoreApplication::sendPostedEvents();

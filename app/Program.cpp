@@ -122,8 +122,8 @@ void Program::countCharacters(std::string_view text) {
 
 void Program::findReferences(std::string_view text, CaretPosition caret) {
     // The editor's text may change as soon as events are served.
-    const std::string word(wordAtCaret(text, caret));
-    fr_findref().findRef(word);
+    if (const auto word = wordAtCaret(text, caret))
+        fr_findref().findRef(std::string(*word));
 }
 
 void Program::saveList(const char* name, const EntryList& entries) const {

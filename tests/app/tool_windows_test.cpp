@@ -157,6 +157,9 @@ TEST_F(ToolWindows, TheWordAtTheCaretLeadsToItsPlaces) {
 TEST_F(ToolWindows, ASelectedWordIsTheOneMeant) {
     startWithDirectories();
     fr_edit& editor = openOne();
+    editor.txt_edit->setSelStart(0);
+    editor.findChild<QAction*>(QStringLiteral("mnu_findref"))->trigger();
+    EXPECT_EQ(mainWindow().mdiArea()->subWindowList().size(), 1) << "at the very start there is no word";
     editor.txt_edit->setSelStart(7);
     editor.txt_edit->setSelLength(10);
     editor.findChild<QAction*>(QStringLiteral("mnu_findref"))->trigger();

@@ -8,7 +8,7 @@ namespace {
 TEST(WordAtCaret, IsWhatStandsBetweenTheSeparators) {
     struct Case {
         const char* textWithCaret; // "|" marks the caret
-        const char* word;
+        std::optional<const char*> word;
     };
 
     const Case cases[] = {
@@ -18,19 +18,20 @@ TEST(WordAtCaret, IsWhatStandsBetweenTheSeparators) {
         {"a\r\nEn|d\r\n \r\n", "End"},
         {"  Armor = |PlatedHull\r\n x\r\n", ""},
         {"  Armor =\tPlated|Hull\r\n x\r\n", "=\tPlatedHull"},
-        {"|  Armor \r\n", ""},
+        {"|  Armor \r\n", std::nullopt},
         {"Ar|mor \r\n", ""},
         {" Ar|mor", ""},
         {" Ar|mor\r\n", ""},
         {" \nAr|mor x\n", ""},
-        {"|", ""},
+        {"|", std::nullopt},
     };
     for (const Case& each : cases) {
         std::string text = each.textWithCaret;
         const std::size_t caret = text.find('|');
         text.erase(caret, 1);
-        EXPECT_EQ(wordAtCaret(text, CaretPosition{static_cast<std::ptrdiff_t>(caret)}), each.word)
-            << each.textWithCaret;
+        const auto word = wordAtCaret(text, CaretPosition{static_cast<std::ptrdiff_t>(caret)});
+        EXPECT_EQ(word.has_value(), each.word.has_value());
+        EXPECT_EQ(word.value_or(""), each.word.value_or("")) << each.textWithCaret;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "placement/Canvas.h"
 #include "placement/Form2.h"
+#include "placement/location_line.h"
 #include "platform/DropDownList.h"
 #include "platform/files.h"
 #include "tests/support/MessageBoxReader.h"
@@ -8,8 +9,11 @@
 #include <gtest/gtest.h>
 #include <QAction>
 #include <QTest>
+#include <QTextBlock>
 
+#include <map>
 #include <memory>
+#include <random>
 
 namespace blockhouse {
 namespace {
@@ -114,6 +118,49 @@ TEST_F(PlacementEditor, ADropRewritesTheLocationLineAndNothingElse) {
     EXPECT_EQ(form_->board().marks()[2].topLeft.x.value, 110) << "only the left button drags";
     form_->findChild<QAction*>(QStringLiteral("m_save"))->trigger();
     EXPECT_EQ(readWholeFile(path_).value(), expected);
+}
+
+TEST_F(PlacementEditor, AThousandDropsChangeLocationsOnlyAndAreFoundAgain) {
+    const auto besidesLocations = [](std::string text) {
+        for (std::size_t at = 0; (at = text.find("Location = X:", at)) != std::string::npos; ++at)
+            text.erase(at + 13, text.find('\r', at) - at - 13);
+        return text;
+    };
+    constexpr int sides = 3, structuresOfSide = 30;
+    std::string text;
+    std::map<std::string, std::string> locations; // of each structure, as in the log
+    for (int side = 0; side < sides; ++side) {
+        text += "SkirmishBuildList Side" + std::to_string(side) + "\r\n";
+        for (int i = 0; i < structuresOfSide; ++i) {
+            const std::string name = "Bunker" + std::to_string(side) + "_" + std::to_string(i);
+            text += structure(name, locations[name] = "Location = X:111.50 Y:" + std::to_string(i) + ".00");
+        }
+        // Room for the drift of the sides' bounds, which stay as they were when the file was opened.
+        text += "End\r\n" + std::string(4'000, ';') + "\r\n";
+    }
+    open(text);
+    std::mt19937 random(20261123);
+    for (int drop = 0; drop < 1'000; ++drop) {
+        if (drop % 40 == 0)
+            form_->Combo1->setCurrentIndex(drop / 40 % sides);
+        ASSERT_EQ(form_->Combo2->count(), structuresOfSide);
+        form_->Combo2->setCurrentIndex(static_cast<int>(random() % structuresOfSide));
+        release({static_cast<double>(random() % 400) - 50, static_cast<double>(random() % 400) - 50});
+        const QString line = form_->log1->document()->findBlockByNumber(drop).text();
+        locations[form_->Combo2->currentText().toStdString()] = line.toStdString();
+    }
+    EXPECT_EQ(besidesLocations(form_->Filetext), besidesLocations(text));
+    form_->save();
+    EXPECT_EQ(readWholeFile(path_).value(), form_->Filetext);
+
+    form_->Openfile(path_);
+    for (int side = 0; side < sides; ++side) {
+        form_->Combo1->setCurrentIndex(side);
+        ASSERT_EQ(form_->Combo2->count(), structuresOfSide);
+        for (int i = 0; i < structuresOfSide; ++i)
+            EXPECT_EQ(locationLine(form_->board().marks()[static_cast<std::size_t>(i)].topLeft),
+                      locations[form_->Combo2->itemText(i).toStdString()]);
+    }
 }
 
 TEST_F(PlacementEditor, LabelsShowWhatIsChosenOrUnderThePointer) {

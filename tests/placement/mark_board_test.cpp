@@ -1,6 +1,5 @@
 #include "placement/location_line.h"
 #include "placement/mark_board.h"
-#include "tests/placement/ai_text.h"
 
 #include <gtest/gtest.h>
 
@@ -128,49 +127,6 @@ TEST(LocationLine, TakesThePlaceOfTheOldOneUpToTheLineEnd) {
         for (const std::ptrdiff_t outside : {std::ptrdiff_t{0}, static_cast<std::ptrdiff_t>(text.size() + 1)})
             EXPECT_EQ(replaceLocation(text, {outside}, {{7}, {8}}), std::nullopt);
         EXPECT_EQ(text, after);
-    }
-}
-
-// The text with every location line's values taken out.
-std::string besidesLocations(std::string text) {
-    for (std::size_t at = 0; (at = text.find("Location = X:", at)) != std::string::npos; ++at)
-        text.erase(at + 13, text.find('\r', at) - at - 13);
-    return text;
-}
-
-TEST(Drops, ChangeLocationsOnlyAndAreFoundAgain) {
-    AiText random(77);
-    std::string text = random.sound(3, 40);
-    const std::string before = besidesLocations(text);
-    std::vector<std::vector<CanvasPoint>> expected;
-    for (std::size_t side = 0; side < 3; ++side) {
-        expected.emplace_back();
-        const std::vector<SideEntry> sides = sidesOf(text);
-        const SearchRange range = searchRangeOf(sides, side, text);
-        for (const ScannedStructure& structure : structuresOf(text, range.startSearch, range.endSearch).structures)
-            expected.back().push_back(structure.location);
-    }
-    for (int drop = 0; drop < 1'000; ++drop) {
-        const std::vector<SideEntry> sides = sidesOf(text);
-        const std::size_t side = random.below(3);
-        const SearchRange range = searchRangeOf(sides, side, text);
-        const BuildListScan scan = structuresOf(text, range.startSearch, range.endSearch);
-        ASSERT_EQ(scan.structures.size(), 40U);
-        const std::size_t index = random.below(40);
-        const CanvasPoint place{{static_cast<float>(random.below(120'000)) / 100 - 100},
-                                {static_cast<float>(random.below(120'000)) / 100 - 100}};
-        ASSERT_TRUE(replaceLocation(text, scan.structures[index].entry.position, place));
-        expected[side][index] = place;
-    }
-    EXPECT_EQ(besidesLocations(text), before);
-    const std::vector<SideEntry> sides = sidesOf(text);
-    for (std::size_t side = 0; side < 3; ++side) {
-        const SearchRange range = searchRangeOf(sides, side, text);
-        const BuildListScan scan = structuresOf(text, range.startSearch, range.endSearch);
-        for (std::size_t i = 0; i < 40; ++i) {
-            EXPECT_NEAR(scan.structures[i].location.x.value, expected[side][i].x.value, 0.0051);
-            EXPECT_NEAR(scan.structures[i].location.y.value, expected[side][i].y.value, 0.0051);
-        }
     }
 }
 

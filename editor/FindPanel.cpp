@@ -3,6 +3,7 @@
 #include "editor/find_rules.h"
 #include "editor/textboxbas.h"
 #include "platform/codepage.h"
+#include "platform/controls.h"
 #include "platform/RichTextBox.h"
 #include "platform/units.h"
 
@@ -27,13 +28,6 @@ constexpr int labelWidth = 52;
 // How far the cursor lies from the panel's corner while it is dragged, measured from the main window's corner.
 constexpr int dragLeft = toPixels(Twips{200}).value;
 constexpr int dragTop = toPixels(Twips{1100}).value;
-
-template <typename Control>
-Control* named(Control* control, const char* name, const QString& accessibleName) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    return control;
-}
 
 constexpr int rowTop(int row) {
     return stripHeight + margin + row * rowStep;

@@ -3,7 +3,7 @@
 #include "findref/HitListModel.h"
 #include "findref/ReferenceSearch.h"
 #include "platform/codepage.h"
-#include "platform/units.h"
+#include "platform/controls.h"
 #include "platform/window_handles.h"
 #include "platform/yield.h"
 
@@ -17,11 +17,7 @@
 namespace blockhouse {
 namespace {
 
-constexpr int pixels(double twips) {
-    return toPixels(Twips{twips}).value;
-}
-
-constexpr QSize designSize(pixels(5025), pixels(3990));
+constexpr QSize designSize(pixelsOf(5025), pixelsOf(3990));
 
 // The texts that a file can hold: one with any other character is found nowhere.
 std::string encoded(const QString& text) {
@@ -43,11 +39,6 @@ fr_findref::fr_findref(const EntryList& Dirs, ProgressPainter drawProgress)
 fr_findref::~fr_findref() = default;
 
 void fr_findref::makeControls() {
-    const auto named = [](auto* control, const char* name, const QString& accessibleName) {
-        control->setObjectName(QLatin1String(name));
-        control->setAccessibleName(accessibleName);
-        return control;
-    };
     Text1 = named(new QLineEdit(tr("Text1"), this), "Text1", tr("Text to search for"));
     command1 = named(new QPushButton(tr("&Search"), this), "command1", tr("Search"));
     List1 = named(new QListView(this), "List1", tr("Hits"));
@@ -79,11 +70,11 @@ void fr_findref::resizeEvent(QResizeEvent*) {
 void fr_findref::layOut() {
     const int right = width() - designSize.width();
     const int down = height() - designSize.height();
-    List1->setGeometry(0, 0, std::max(pixels(4692) + right, 0), std::max(pixels(2595) + down, 0));
-    Picture1->setGeometry(0, pixels(2880) + down, pixels(2172), pixels(252));
-    Label1->move(pixels(2280), pixels(2880) + down);
-    command1->setGeometry(pixels(120), pixels(3240) + down, pixels(1332), pixels(372));
-    Text1->setGeometry(pixels(1560), pixels(3240) + down, std::max(pixels(1932) + right, 0), pixels(372));
+    List1->setGeometry(0, 0, std::max(pixelsOf(4692) + right, 0), std::max(pixelsOf(2595) + down, 0));
+    Picture1->setGeometry(0, pixelsOf(2880) + down, pixelsOf(2172), pixelsOf(252));
+    Label1->move(pixelsOf(2280), pixelsOf(2880) + down);
+    command1->setGeometry(pixelsOf(120), pixelsOf(3240) + down, pixelsOf(1332), pixelsOf(372));
+    Text1->setGeometry(pixelsOf(1560), pixelsOf(3240) + down, std::max(pixelsOf(1932) + right, 0), pixelsOf(372));
 }
 
 void fr_findref::present() {

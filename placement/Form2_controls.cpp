@@ -2,8 +2,8 @@
 #include "placement/Canvas.h"
 #include "placement/Form2.h"
 #include "placement/structure_colour.h"
+#include "platform/controls.h"
 #include "platform/DropDownList.h"
-#include "platform/units.h"
 
 #include <QAction>
 #include <QMenu>
@@ -15,28 +15,13 @@
 namespace blockhouse {
 namespace {
 
-constexpr int pixels(double twips) {
-    return toPixels(Twips{twips}).value;
-}
-
-constexpr QRect place(double left, double top, double width, double height) {
-    return {pixels(left), pixels(top), pixels(width), pixels(height)};
-}
-
 QFont arial(double points) {
     QFont font(QStringLiteral("Arial"));
     font.setPointSizeF(points);
     return font;
 }
 
-template <typename Control>
-Control* named(Control* control, const char* name, const QString& accessibleName) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    return control;
-}
-
-constexpr int stripHeight = pixels(315);
+constexpr int stripHeight = pixelsOf(315);
 
 } // namespace
 
@@ -94,18 +79,18 @@ QMenuBar* Form2::makeMenus() {
 
 QWidget* Form2::makeControls() {
     auto* inside = new QWidget(this);
-    inside->setMinimumSize(pixels(7575), pixels(5805) - stripHeight);
+    inside->setMinimumSize(pixelsOf(7575), pixelsOf(5805) - stripHeight);
     const auto list = [inside](const char* name, const QString& accessibleName, QStringListModel* model) {
         auto* made = named(new DropDownList(inside), name, accessibleName);
         made->setModel(model);
         return made;
     };
     Combo1 = list("Combo1", tr("Sides"), sideNames_);
-    Combo1->setGeometry(place(120, 120, 2175, 315));
+    Combo1->setGeometry(designPlace(120, 120, 2175, 315));
     Combo2 = list("Combo2", tr("Structures"), structureNames_);
-    Combo2->setGeometry(place(2640, 120, 1935, 315));
+    Combo2->setGeometry(designPlace(2640, 120, 1935, 315));
     Picture1 = named(new Canvas(board_, inside), "Picture1", tr("Places of the structures"));
-    Picture1->move(pixels(120), pixels(600));
+    Picture1->move(pixelsOf(120), pixelsOf(600));
     Text1 = named(new QPlainTextEdit(inside), "Text1", tr("What the colours mean"));
     Text1->setFont(arial(8.25));
     Text1->setReadOnly(true);
@@ -116,22 +101,22 @@ QWidget* Form2::makeControls() {
     Text1->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     Text1->document()->setDocumentMargin(1);
     Text1->setPlainText(QString::fromLatin1(colourLegend.data(), static_cast<qsizetype>(colourLegend.size())));
-    Text1->setGeometry(place(5040, 720, 2295, 1815));
+    Text1->setGeometry(designPlace(5040, 720, 2295, 1815));
     makeLog(inside);
     return inside;
 }
 
 void Form2::makeLog(QWidget* inside) {
     Frame1 = named(new QGroupBox(tr("log"), inside), "Frame1", tr("Written lines"));
-    Frame1->setGeometry(place(840, 600, 6375, 4215));
+    Frame1->setGeometry(designPlace(840, 600, 6375, 4215));
     Frame1->setAutoFillBackground(true);
     Frame1->hide();
     log1 = named(new QPlainTextEdit(Frame1), "log1", tr("Written lines"));
-    log1->setGeometry(place(240, 240, 5655, 3615));
+    log1->setGeometry(designPlace(240, 240, 5655, 3615));
     log1->setTabChangesFocus(true);
     log1->setUndoRedoEnabled(false);
     Command1 = named(new QPushButton(QStringLiteral("x"), Frame1), "Command1", tr("Hide the log"));
-    Command1->setGeometry(place(6000, 240, 255, 255));
+    Command1->setGeometry(designPlace(6000, 240, 255, 255));
     connect(Command1, &QPushButton::clicked, Frame1, &QWidget::hide);
 }
 

@@ -1,8 +1,8 @@
 #include "tools/Fr_Directory.h"
 
+#include "platform/controls.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
-#include "platform/units.h"
 #include "tools/volumes.h"
 
 #include <QCloseEvent>
@@ -19,20 +19,7 @@
 namespace blockhouse {
 namespace {
 
-constexpr QRect place(double left, double top, double width, double height) {
-    return {toPixels(Twips{left}).value, toPixels(Twips{top}).value, toPixels(Twips{width}).value,
-            toPixels(Twips{height}).value};
-}
-
-constexpr QSize designSize = place(0, 0, 4920, 3885).size();
-
-template <typename Control>
-Control* named(Control* control, const char* name, const QString& accessibleName, QRect geometry) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    control->setGeometry(geometry);
-    return control;
-}
+constexpr QSize designSize = designPlace(0, 0, 4920, 3885).size();
 
 QByteArray bytesOf(const std::string& path) {
     return {path.data(), static_cast<qsizetype>(path.size())};
@@ -76,14 +63,15 @@ void Fr_Directory::makeControls() {
     Label1 = named(new QLabel(tr("Add the Directorys of the INI files you edit , And add the sub directorys."
                                  "(sorry all fix sub dirs soon , lazy)"),
                               this),
-                   "Label1", tr("What to do here"), place(120, 0, 4335, 600));
+                   "Label1", tr("What to do here"), designPlace(120, 0, 4335, 600));
     Label1->setWordWrap(true);
-    Drive1 = named(new QComboBox(this), "Drive1", tr("Drives"), place(120, 600, 2535, 315));
-    Dir1 = named(new DirectoryList(this), "Dir1", tr("Folders"), place(120, 960, 2532, 2115));
-    List2 = named(new QListWidget(this), "List2", tr("Directories to work in"), place(2760, 960, 2055, 2010));
+    Drive1 = named(new QComboBox(this), "Drive1", tr("Drives"), designPlace(120, 600, 2535, 315));
+    Dir1 = named(new DirectoryList(this), "Dir1", tr("Folders"), designPlace(120, 960, 2532, 2115));
+    List2 = named(new QListWidget(this), "List2", tr("Directories to work in"), designPlace(2760, 960, 2055, 2010));
     List1 = named(new QListWidget(this), "List1", tr("Paths of the directories"), {});
     List1->hide();
-    Lab_stat = named(new QLabel(this), "Lab_stat", tr("Path of the chosen directory"), place(120, 3100, 4695, 240));
+    Lab_stat =
+        named(new QLabel(this), "Lab_stat", tr("Path of the chosen directory"), designPlace(120, 3100, 4695, 240));
     Lab_stat->setTextFormat(Qt::PlainText);
     connect(List2, &QListWidget::currentRowChanged, this, &Fr_Directory::showPath);
     connect(List2, &QListWidget::itemClicked, this, [this] { showPath(List2->currentRow()); });
@@ -92,9 +80,10 @@ void Fr_Directory::makeControls() {
 }
 
 void Fr_Directory::makeButtons() {
-    Command1 = named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the folder"), place(120, 3360, 852, 372));
+    Command1 =
+        named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the folder"), designPlace(120, 3360, 852, 372));
     Command2 = named(new QPushButton(tr("&Remove"), this), "Command2", tr("Remove the chosen directory"),
-                     place(1080, 3360, 972, 372));
+                     designPlace(1080, 3360, 972, 372));
     connect(Command1, &QPushButton::clicked, this, &Fr_Directory::addCurrent);
     connect(Command2, &QPushButton::clicked, this, &Fr_Directory::removeSelected);
 }

@@ -1,8 +1,8 @@
 #include "tools/Fr_options.h"
 
 #include "platform/codepage.h"
+#include "platform/controls.h"
 #include "platform/message_box.h"
-#include "platform/units.h"
 #include "tools/shown_entry.h"
 
 #include <QCloseEvent>
@@ -13,21 +13,8 @@
 namespace blockhouse {
 namespace {
 
-constexpr QRect place(double left, double top, double width, double height) {
-    return {toPixels(Twips{left}).value, toPixels(Twips{top}).value, toPixels(Twips{width}).value,
-            toPixels(Twips{height}).value};
-}
-
 constexpr double listWidth = 2652;
-constexpr QSize designSize = place(0, 0, listWidth + 100, 3600).size();
-
-template <typename Control>
-Control* named(Control* control, const char* name, const QString& accessibleName, QRect geometry) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    control->setGeometry(geometry);
-    return control;
-}
+constexpr QSize designSize = designPlace(0, 0, listWidth + 100, 3600).size();
 
 } // namespace
 
@@ -55,15 +42,16 @@ void Fr_options::makeControls() {
     Label1 = named(new QLabel(tr("This list is so for the combo box on the left so you can jump to diffrent settings "
                                  "in a functions."),
                               this),
-                   "Label1", tr("What this list is for"), place(0, 0, listWidth, 732));
+                   "Label1", tr("What this list is for"), designPlace(0, 0, listWidth, 732));
     Label1->setWordWrap(true);
-    List1 = named(new QListWidget(this), "List1", tr("Settings to jump to"), place(0, 840, listWidth, 2010));
-    txt_enter = named(new QLineEdit(this), "txt_enter", tr("Setting to add"), place(1320, 3000, 1332, 288));
+    List1 = named(new QListWidget(this), "List1", tr("Settings to jump to"), designPlace(0, 840, listWidth, 2010));
+    txt_enter = named(new QLineEdit(this), "txt_enter", tr("Setting to add"), designPlace(1320, 3000, 1332, 288));
     Check1 = named(new QCheckBox(tr("&is it Alone?"), this), "Check1", tr("Only where it ends its line"),
-                   place(120, 3240, 1212, 252));
-    Command1 = named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the setting"), place(120, 3000, 492, 252));
+                   designPlace(120, 3240, 1212, 252));
+    Command1 =
+        named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the setting"), designPlace(120, 3000, 492, 252));
     Command2 = named(new QPushButton(tr("&Remove"), this), "Command2", tr("Remove the chosen setting"),
-                     place(600, 3000, 732, 252));
+                     designPlace(600, 3000, 732, 252));
     connect(Command1, &QPushButton::clicked, this, &Fr_options::addTyped);
     connect(txt_enter, &QLineEdit::returnPressed, this, &Fr_options::addTyped);
     connect(Command2, &QPushButton::clicked, this, &Fr_options::removeSelected);

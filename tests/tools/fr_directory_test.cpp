@@ -1,5 +1,6 @@
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
+#include "tests/tools/listed.h"
 #include "tools/Fr_Directory.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +11,6 @@
 
 namespace blockhouse {
 namespace {
-
-std::string listed(const EntryList& entries) {
-    std::string text;
-    for (const std::string& entry : entries)
-        text += entry + "|";
-    return text;
-}
 
 class DirectoryEditor : public testing::Test {
 protected:

@@ -1,4 +1,5 @@
 #include "tests/support/MessageBoxReader.h"
+#include "tests/tools/listed.h"
 #include "tools/Fr_options.h"
 
 #include <gtest/gtest.h>
@@ -9,13 +10,6 @@
 
 namespace blockhouse {
 namespace {
-
-std::string listed(const EntryList& entries) {
-    std::string text;
-    for (const std::string& entry : entries)
-        text += entry + "|";
-    return text;
-}
 
 class JumpListEditor : public testing::Test {
 protected:

@@ -1,0 +1,35 @@
+// Making controls of windows: a name to be found by, and a place as the design gives it.
+#pragma once
+
+#include "platform/units.h"
+
+#include <QRect>
+#include <QString>
+#include <QWidget>
+
+namespace blockhouse {
+
+// The object name is the control's given one; the accessible name is for people.
+template <typename Control>
+Control* named(Control* control, const char* objectName, const QString& accessibleName) {
+    control->setObjectName(QLatin1String(objectName));
+    control->setAccessibleName(accessibleName);
+    return control;
+}
+
+[[nodiscard]] constexpr int pixelsOf(double twips) {
+    return toPixels(Twips{twips}).value;
+}
+
+// All in twips; relative to whatever holds the control.
+[[nodiscard]] constexpr QRect designPlace(double left, double top, double width, double height) {
+    return {pixelsOf(left), pixelsOf(top), pixelsOf(width), pixelsOf(height)};
+}
+
+template <typename Control>
+Control* named(Control* control, const char* objectName, const QString& accessibleName, QRect place) {
+    control->setGeometry(place);
+    return named(control, objectName, accessibleName);
+}
+
+} // namespace blockhouse

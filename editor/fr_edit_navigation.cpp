@@ -70,6 +70,9 @@ void fr_edit::showFound(TextRange found) {
     txt_edit->setSelStart(found.start);
     txt_edit->setSelLength(found.length);
     txt_edit->scrollIntoView(found.start, found.start + found.length);
+    // Not at an edge of the view, where a line may be cut and what leads to the place is not seen.
+    constexpr std::int32_t linesAbove = 4;
+    ScrollLines(*txt_edit, 0, GetCurrentLine(*txt_edit) - linesAbove - GetFirstVisibleLine(*txt_edit));
 }
 
 void fr_edit::scrollCaretLineToTop() {

@@ -154,6 +154,20 @@ TEST_F(ToolWindows, TheWordAtTheCaretLeadsToItsPlaces) {
     EXPECT_EQ(program_->fr_findref().List1->model()->rowCount(), 0);
 }
 
+TEST_F(ToolWindows, AHitFarDownIsShownWithTheLinesAboveIt) {
+    std::string text;
+    for (int line = 0; line < 300; ++line)
+        text += line == 200 ? "  far away\r\n" : "  line\r\n";
+    temp_.file("data/far.ini", text);
+    startWithDirectories();
+    program_->fr_findref().findRef("far away");
+    Q_EMIT program_->fr_findref().List1->doubleClicked(program_->fr_findref().List1->model()->index(0, 0));
+    const auto* editor = mainWindow().mdiArea()->currentSubWindow()->findChild<fr_edit*>();
+    ASSERT_TRUE(editor);
+    EXPECT_EQ(editor->txt_edit->selText(), "far away");
+    EXPECT_EQ(editor->txt_edit->firstVisibleLine(), 196);
+}
+
 TEST_F(ToolWindows, ASelectedWordIsTheOneMeant) {
     startWithDirectories();
     fr_edit& editor = openOne();

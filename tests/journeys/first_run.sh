@@ -17,6 +17,15 @@ look_of_directories() { snapshot "$editor" "$directory_list"; }
 
 directories_differ_from() { [[ $(look_of_directories) != "$1" ]]; }
 
+look_of_folders() { snapshot "$editor" "$folder_list"; }
+
+# Other lines are there: more has changed than the one under the pointer.
+has_walked() {
+  local first last
+  read -r first last <<<"$(changed_rows "$editor" "$folder_list" "$artefacts/folders_before")"
+  ((${last:-0} - ${first:-0} >= 30))
+}
+
 # walk_down <n>: double-clicks the n-th folder inside the current one. The current folder's line is the selected one;
 # each key press selects the next line, and the lowest row of pixels that changes by it belongs to that line.
 walk_down() {
@@ -25,11 +34,13 @@ walk_down() {
     pixels "$editor" "$folder_list" >"$artefacts/folders_before"
     press_key Down
     wait_for 5 "selected folder" changed_rows "$editor" "$folder_list" "$artefacts/folders_before" >/dev/null
-    settled snapshot "$editor" "$folder_list"
+    settled look_of_folders
     read -r first last <<<"$(changed_rows "$editor" "$folder_list" "$artefacts/folders_before")"
   done
+  pixels "$editor" "$folder_list" >"$artefacts/folders_before"
   double_click "$editor" 70 "$((65 + last - (last - first + 1) / 4))"
-  settled snapshot "$editor" "$folder_list"
+  wait_for 10 "folder walked into" has_walked
+  settled look_of_folders
 }
 
 program=$(realpath "$1")
@@ -54,11 +65,10 @@ say "Two steps down and a click on Add put a directory into the list"
 xdotool windowactivate --sync "$editor"
 click "$editor" 70 200 # below the lines, or on the last of them
 press_key Home
-settled snapshot "$editor" "$folder_list"
+settled look_of_folders
 steps=$(tr -cd / <<<"$folder" | wc -c)
-press_key_times() { local n; for ((n = 0; n < $2; n++)); do press_key "$1"; done; }
-press_key_times Down "$steps" # down the way from the root to the home folder
-settled snapshot "$editor" "$folder_list"
+for ((; steps > 0; steps--)); do press_key Down; done # the way from the root to the home folder
+settled look_of_folders
 walk_down 1 # Data
 walk_down 1 # Army
 before=$(look_of_directories)

@@ -12,6 +12,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # Inside the editor's windows and lists: where its design puts them.
 folder_list=9,65,140,138
 directory_list=185,65,130,130
+selection_colour=308cc6
 
 look_of_directories() { snapshot "$editor" "$directory_list"; }
 
@@ -27,7 +28,7 @@ has_walked() {
 }
 
 # walk_down <n>: double-clicks the n-th folder inside the current one. The current folder's line is the selected one;
-# each key press selects the next line, and the lowest row of pixels that changes by it belongs to that line.
+# each key press selects the next line, scrolling the list where it must, and the selected line is told by its colour.
 walk_down() {
   local n=$1 first last
   for ((; n > 0; n--)); do
@@ -35,10 +36,11 @@ walk_down() {
     press_key Down
     wait_for 5 "selected folder" changed_rows "$editor" "$folder_list" "$artefacts/folders_before" >/dev/null
     settled look_of_folders
-    read -r first last <<<"$(changed_rows "$editor" "$folder_list" "$artefacts/folders_before")"
   done
   pixels "$editor" "$folder_list" >"$artefacts/folders_before"
-  double_click "$editor" 70 "$((65 + last - (last - first + 1) / 4))"
+  read -r first last <<<"$(rows_of_colour "$editor" "$folder_list" "$selection_colour")"
+  [[ -n ${last:-} ]] || fail "no folder is selected"
+  double_click "$editor" 70 "$((65 + (first + last) / 2))"
   wait_for 10 "folder walked into" has_walked
   settled look_of_folders
 }

@@ -117,6 +117,16 @@ has_colour() { (($(count_colour "$1" "$2" "$3") >= ${4:-1})); }
 
 lacks_colour() { (($(count_colour "$1" "$2" "$3") == 0)); }
 
+# rows_of_colour <window> <area> <colour>: "first last" row that holds the colour.
+rows_of_colour() {
+  local width
+  IFS=, read -r _ _ width _ <<<"$2"
+  pixels "$1" "$2" | awk -v width="$width" -v colour=" ${3:0:2} ${3:2:2} ${3:4:2}" '
+    BEGIN { first = -1 }
+    $0 == colour { last = int((NR - 1) / width); if (first < 0) first = last }
+    END { if (first < 0) exit 1; print first, last }'
+}
+
 # colour_runs <window> <area> <colour>: for each line of text that holds the colour, from the top: "first last white",
 # the colour's first and last column in the area and how many white pixels follow the last one. Neighbouring lines that
 # end in the same column count as one.

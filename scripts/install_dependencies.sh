@@ -7,7 +7,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
 virtual_screen=(xvfb openbox xdotool imagemagick)
-tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf)
+tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)
 
 case "${1:-}" in
   run)

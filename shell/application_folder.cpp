@@ -1,6 +1,7 @@
 #include "shell/application_folder.h"
 
 #include "platform/files.h"
+#include "platform/installation.h"
 #include "platform/paths.h"
 
 #include <filesystem>
@@ -23,7 +24,8 @@ std::string ListFiles::writePath(std::string_view name) const {
 }
 
 ListFiles listFilesOf(std::string programFolder, bool programFolderIsWritable, std::string userDataFolder) {
-    if (programFolderIsWritable)
+    // An administrator, or the owner of a private prefix, could write to a folder of programs, and should not.
+    if (programFolderIsWritable && !isInstalled(programFolder))
         return ListFiles(std::move(programFolder));
     return {std::move(userDataFolder), std::move(programFolder)};
 }

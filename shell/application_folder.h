@@ -26,8 +26,8 @@ private:
     std::string fallback_; // empty: none
 };
 
-// The application folder is the folder that holds the program. A program that was installed where its user may not
-// write keeps its lists in the user's data folder, and starts from those that came with it.
+// The application folder is the folder that holds the program. A program that was installed, or that lies where its
+// user may not write, keeps its lists in the user's data folder, and starts from those that came with it.
 [[nodiscard]] ListFiles listFilesOf(std::string programFolder, bool programFolderIsWritable,
                                     std::string userDataFolder);
 

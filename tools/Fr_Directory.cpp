@@ -3,7 +3,7 @@
 #include "platform/controls.h"
 #include "platform/message_box.h"
 #include "platform/paths.h"
-#include "tools/volumes.h"
+#include "platform/volumes.h"
 
 #include <QCloseEvent>
 #include <QDir>

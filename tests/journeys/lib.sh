@@ -5,7 +5,7 @@
 # Every wait polls until what is waited for is there, and fails loudly after its time is up.
 #
 #   journey_begin <artefact folder>    first of all; the folder takes screenshots and logs
-#   start_display <size>               Xvfb on a free number, with a window manager; size as in 1280x800x24
+#   start_display <size> [option...]   Xvfb on a free number, with a window manager; size as in 1280x800x24
 #   start_program <binary>             sets program_pid
 # Everything that was started ends with the script.
 
@@ -66,8 +66,9 @@ program_has_not_died() { [[ -z $program_pid ]] || kill -0 "$program_pid" 2>/dev/
 
 start_display() {
   local size=$1 number="$artefacts/display_number"
+  shift
   : >"$number"
-  Xvfb -displayfd 3 -screen 0 "$size" -nolisten tcp -noreset 3>"$number" >"$artefacts/xvfb.log" 2>&1 &
+  Xvfb -displayfd 3 -screen 0 "$size" -nolisten tcp -noreset "$@" 3>"$number" >"$artefacts/xvfb.log" 2>&1 &
   started_pids+=($!)
   wait_for 20 "virtual screen" test -s "$number"
   DISPLAY=":$(<"$number")"

@@ -28,5 +28,12 @@ TEST(ApplicationFolder, AnInstalledProgramReadsItsOwnListsUntilTheUserHasOnes) {
     EXPECT_EQ(files.readPath("Dirs.lst"), temp.path("user/data/Dirs.lst"));
 }
 
+TEST(ApplicationFolder, AnInstalledProgramKeepsNoListsInAFolderOfPrograms) {
+    const TempFolder temp;
+    temp.file("prefix/share/applications/blockhouse.desktop");
+    const ListFiles files = listFilesOf(temp.folder("prefix/bin"), true, temp.path("user"));
+    EXPECT_EQ(files.writePath("Dirs.lst"), temp.path("user/Dirs.lst")) << "though its user could write there";
+}
+
 } // namespace
 } // namespace blockhouse

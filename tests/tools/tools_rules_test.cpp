@@ -1,6 +1,5 @@
 #include "tools/folder_rows.h"
 #include "tools/shown_entry.h"
-#include "tools/volumes.h"
 
 #include <gtest/gtest.h>
 
@@ -29,18 +28,6 @@ TEST(FolderRows, TheFolderAboveEndsAtTheDrive) {
     };
     for (const auto& [path, above] : cases)
         EXPECT_EQ(folderAbove(path), above) << path;
-}
-
-TEST(Drives, AreTheVolumesThatHoldData) {
-    const std::vector<Volume> volumes{
-        {"/boot", "ext4"}, {"/proc", "proc"},     {"/", "btrfs"},          {"/run/user/1000", "tmpfs"},
-        {"/data", "xfs"},  {"/dev/shm", "tmpfs"}, {"/snap/x", "squashfs"}, {"/run/media/ann/STICK", "vfat"},
-        {"/data", "xfs"},  {"/running", "ext4"},
-    };
-    EXPECT_EQ(drivesOf(volumes, "/home/ann"),
-              (std::vector<std::string>{"/", "/home/ann", "/boot", "/data", "/run/media/ann/STICK", "/running"}));
-    EXPECT_EQ(drivesOf({{"C:/", "NTFS"}, {"D:/", "FAT"}}, "C:/"), (std::vector<std::string>{"C:/", "D:/"}));
-    EXPECT_EQ(drivesOf({}, ""), std::vector<std::string>());
 }
 
 TEST(JumpEntries, ShowThatTheyEndTheirLine) {

@@ -1,4 +1,4 @@
-#include "tools/volumes.h"
+#include "platform/volumes.h"
 
 #include <algorithm>
 #include <array>

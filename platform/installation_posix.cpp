@@ -1,0 +1,12 @@
+#include "platform/files.h"
+#include "platform/installation.h"
+#include "platform/paths.h"
+
+namespace blockhouse {
+
+bool isInstalled(const std::string& programFolder) {
+    // Installed, the program is in <prefix>/bin and its entry for the desktop's menus in <prefix>/share.
+    return FileExists(joinPath(programFolder, "../share/applications/blockhouse.desktop"));
+}
+
+} // namespace blockhouse

@@ -3,10 +3,12 @@
 #
 #   scripts/install_dependencies.sh run    to build and to start the editor
 #   scripts/install_dependencies.sh test   the same, and what the tests and benchmarks use
+#   scripts/install_dependencies.sh fuzz   to build the fuzzers
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
 virtual_screen=(xvfb openbox xdotool imagemagick)
+fuzzing=(clang libclang-rt-dev libgtest-dev libgmock-dev)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)
 
 case "${1:-}" in
@@ -23,8 +25,12 @@ case "${1:-}" in
     purpose="build and test Blockhouse"
     wanted=("${build[@]}" "${virtual_screen[@]}" "${tests[@]}")
     ;;
+  fuzz)
+    purpose="build the fuzzers of Blockhouse"
+    wanted=("${build[@]}" "${fuzzing[@]}")
+    ;;
   *)
-    echo "usage: $0 run|test" >&2
+    echo "usage: $0 run|test|fuzz" >&2
     exit 2
     ;;
 esac

@@ -1,8 +1,8 @@
 #include "editor/block_scan.h"
 #include "editor/navigation.h"
-#include "platform/codepage.h"
 #include "platform/EntryList.h"
 #include "tests/editor/random_text.h"
+#include "tests/editor/slow_navigation.h"
 
 #include <gtest/gtest.h>
 
@@ -138,47 +138,6 @@ TEST(Navigation, TakesTheJumpListAsItIs) {
     EntryList jumps;
     jumps.add("Range");
     EXPECT_EQ(settingsOf("Weapon G\nRange\nEnd", 2, {1}, jumps), (Settings{{"Range", {10}}}));
-}
-
-// --- The same by way of a lowered copy ------------------------------------------------------------------------------
-
-const std::string keywords[] = {"object ", "weapon ", "specialpower ", "fxlist ", "skirmishbuildlist "};
-
-std::ptrdiff_t loweredHeader(const std::string& text, int kind, const std::string& name) {
-    const std::string lowered = codepage::lowered(text);
-    std::ptrdiff_t best = 0;
-    for (const char* pair : {"\r\r", "\r\n", "\n\r", "\n\n"}) {
-        const std::string line = pair[0] + keywords[kind - 1] + codepage::lowered(name) + pair[1];
-        const auto at = static_cast<std::ptrdiff_t>(lowered.find(line)) + 1;
-        best = at > 0 && (best == 0 || at < best) ? at : best;
-    }
-    return best;
-}
-
-Settings loweredSettings(const std::string& text, int kind, std::size_t z, const std::vector<std::string>& jumps) {
-    Settings settings;
-    const std::string lowered = codepage::lowered(text);
-    std::size_t i = z;
-    if (kind < 5) {
-        i = text.size();
-        for (const char* lineBreak : {"\r", "\n"}) {
-            const std::size_t next =
-                z - 1 > text.size() ? std::string::npos : lowered.find(lineBreak + keywords[kind - 1], z - 1);
-            i = std::min(i, next == std::string::npos ? i : next + 1);
-        }
-    }
-    const std::size_t a = lowered.substr(0, i).rfind("end") + 1;
-    for (const std::string& name : jumps) {
-        const std::size_t q = z - 1 > text.size() ? 0 : lowered.find(codepage::lowered(name), z - 1) + 1;
-        if (q != 0 && q < a) {
-            settings.push_back({name, {}});
-            const auto first = std::find_if(settings.begin(), settings.end(), [&](const SettingEntry& entry) {
-                return codepage::lowered(entry.name) == codepage::lowered(name);
-            });
-            first->itemData.value = static_cast<std::ptrdiff_t>(q);
-        }
-    }
-    return settings;
 }
 
 TEST(Navigation, AgreesWithTheLoweredCopy) {

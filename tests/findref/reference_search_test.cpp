@@ -1,5 +1,5 @@
 #include "findref/ReferenceSearch.h"
-#include "platform/codepage.h"
+#include "tests/findref/slow_search.h"
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,17 +8,6 @@
 
 namespace blockhouse {
 namespace {
-
-// Every block read and searched alone, one position after the other.
-std::string hitsBlockByBlock(const std::string& name, const std::string& bytes, const std::string& what) {
-    std::string hits;
-    for (std::size_t offset = 0; offset < bytes.size(); offset += 1024) {
-        const std::string block = codepage::lowered(bytes.substr(offset, 1024));
-        for (std::size_t p = 0; (p = block.find(codepage::lowered(what), p)) != std::string::npos; ++p)
-            hits += name + " :" + std::to_string(offset + p + 1) + "\n";
-    }
-    return hits;
-}
 
 std::string listed(const HitList& hits) {
     std::string lines;

@@ -17,7 +17,7 @@ journey_begin "$2"
 artefacts=$(cd "$artefacts" && pwd)
 
 say "The package is made, and its menu entry and its description are valid"
-rm -rf "$artefacts/package" "$artefacts/root" "$artefacts/home"
+rm -rf "${artefacts:?}/package" "${artefacts:?}/root"
 cpack --config "$build/CPackConfig.cmake" -B "$artefacts/package" >"$artefacts/cpack.log" 2>&1 ||
   fail "no package: $(tail -n 5 "$artefacts/cpack.log")"
 package=$(find "$artefacts/package" -maxdepth 1 -name '*.deb')

@@ -77,13 +77,30 @@ QPointer<fr_edit> Program::openEditor(const std::string& path, std::ptrdiff_t St
     const QMdiSubWindow* before = area->currentSubWindow();
     const bool maximised = before && before->isMaximized();
     QMdiSubWindow* frame = area->addSubWindow(editor);
-    // At the top left: the others are about to be minimised, and this one need not keep out of their way.
-    frame->setGeometry(QRect(QPoint(), frame->sizeHint().boundedTo(area->viewport()->size())));
+    const QRect room = roomForEditor(area->viewport()->rect());
+    frame->setGeometry(QRect(room.topLeft(), frame->sizeHint().boundedTo(room.size())));
     // Who works with one window at a time goes on doing so.
     if (maximised)
         frame->showMaximized();
     editor->Openfile(path, Startout);
     return editor;
+}
+
+// The other editors are about to be minimised, so a new one need not keep out of their way; but the list of hits is
+// wanted again after each of them.
+QRect Program::roomForEditor(const QRect& area) const {
+    constexpr QSize useful(480, 320);
+    const QWidget* hits = fr_findref_ ? fr_findref_->parentWidget() : nullptr;
+    if (!hits || !hits->isVisible() || hits->isMinimized() || hits->isMaximized())
+        return area;
+    QRect right = area;
+    right.setLeft(hits->geometry().right() + 1);
+    QRect below = area;
+    below.setTop(hits->geometry().bottom() + 1);
+    for (const QRect& beside : {right, below})
+        if (beside.width() >= useful.width() && beside.height() >= useful.height())
+            return beside;
+    return area;
 }
 
 void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {

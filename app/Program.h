@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 
 #include <memory>
 #include <string>
@@ -52,6 +53,7 @@ public:
     EntryList Dirs;
 
 private:
+    [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void showMainWindow();
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, std::size_t length);

@@ -50,6 +50,7 @@ void Form2::Openfile(const std::string& Txt_path, std::ptrdiff_t) {
     const QSignalBlocker unheard(Combo1);
     sides_ = sidesOf(Filetext);
     sideNames_->setStringList(namesOf(sides_));
+    Combo1->setPlaceholderText(sides_.empty() ? tr("no build lists in it") : tr("choose a side"));
     Combo1->setCurrentIndex(-1);
     listStructures({});
     board_.showStructures({});

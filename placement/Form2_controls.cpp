@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QStringListModel>
 #include <QTextDocument>
 #include <QVBoxLayout>
@@ -83,6 +84,9 @@ QWidget* Form2::makeControls() {
     const auto list = [inside](const char* name, const QString& accessibleName, QStringListModel* model) {
         auto* made = named(new DropDownList(inside), name, accessibleName);
         made->setModel(model);
+        QFont small = made->font();
+        small.setPixelSize(11);
+        made->setFont(small);
         return made;
     };
     Combo1 = list("Combo1", tr("Sides"), sideNames_);
@@ -118,6 +122,8 @@ void Form2::makeLog(QWidget* inside) {
     Command1 = named(new QPushButton(QStringLiteral("x"), Frame1), "Command1", tr("Hide the log"));
     Command1->setGeometry(designPlace(6000, 240, 255, 255));
     connect(Command1, &QPushButton::clicked, Frame1, &QWidget::hide);
+    const auto* leaving = new QShortcut(QKeySequence(Qt::Key_Escape), Frame1, nullptr, nullptr, Qt::WindowShortcut);
+    connect(leaving, &QShortcut::activated, Frame1, &QWidget::hide);
 }
 
 } // namespace blockhouse

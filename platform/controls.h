@@ -3,6 +3,7 @@
 
 #include "platform/units.h"
 
+#include <QListWidget>
 #include <QRect>
 #include <QString>
 #include <QWidget>
@@ -30,6 +31,14 @@ template <typename Control>
 Control* named(Control* control, const char* objectName, const QString& accessibleName, QRect place) {
     control->setGeometry(place);
     return named(control, objectName, accessibleName);
+}
+
+// Entered by the keyboard, a list makes its first entry the current one, and looks as if it were chosen.
+inline void selectWhatIsCurrent(QListWidget& list) {
+    QObject::connect(&list, &QListWidget::currentItemChanged, &list, [](QListWidgetItem* current) {
+        if (current != nullptr)
+            current->setSelected(true);
+    });
 }
 
 } // namespace blockhouse

@@ -47,7 +47,9 @@ WindowBar::WindowBar(QWidget* parent) : QToolBar(parent) {
     layout()->setContentsMargins(0, 0, 0, 0);
     layout()->setSpacing(0);
     // The design height, unless the desktop's font is too large for it.
-    setFixedHeight(std::max(toPixels(Twips{330}).value, fontMetrics().height() + 4));
+    buttonHeight_ = std::max(toPixels(Twips{330}).value, fontMetrics().height() + 4);
+    // No upper limit: the buttons that do not fit open below the first row.
+    setMinimumHeight(buttonHeight_);
 }
 
 void WindowBar::addWindow(WindowHandle window, const QString& caption) {
@@ -97,11 +99,14 @@ QAction* WindowBar::makeButton(WindowHandle window, const QString& caption) {
     QAction* button = addAction(documentPicture(), text.replace(QLatin1Char('&'), QLatin1String("&&")));
     button->setCheckable(true);
     button->setProperty(keyProperty, keyOf(window));
+    // Files of one name lie in several directories.
+    if (const QWidget* document = windowOf(window); document && !document->windowFilePath().isEmpty())
+        button->setToolTip(document->windowFilePath());
     connect(button, &QAction::triggered, this, [this, button] { toggle(button); });
     if (auto* face = qobject_cast<QToolButton*>(widgetForAction(button))) {
         face->setProperty(keyProperty, keyOf(window));
         face->setAccessibleName(caption);
-        face->setFixedHeight(height());
+        face->setFixedHeight(buttonHeight_);
         face->setFocusPolicy(Qt::TabFocus);
     }
     return button;

@@ -26,6 +26,8 @@ private:
     void pressOnly(QAction* button);
     [[nodiscard]] QAction* buttonOf(WindowHandle window) const;
     QAction* makeButton(WindowHandle window, const QString& caption);
+
+    int buttonHeight_ = 0;
 };
 
 } // namespace blockhouse

@@ -8,6 +8,8 @@
 #include <QStyle>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
+
 namespace blockhouse {
 namespace {
 
@@ -21,7 +23,9 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         constexpr int indent = 8;
         QStyleOptionViewItem shifted = option;
-        shifted.rect.setLeft(option.rect.left() + indent * index.data(depthRole).toInt());
+        // However deep, most of the row is the name's.
+        const int deepest = option.rect.width() / 4;
+        shifted.rect.setLeft(option.rect.left() + std::min(indent * index.data(depthRole).toInt(), deepest));
         QStyledItemDelegate::paint(painter, shifted, index);
     }
 };
@@ -67,8 +71,10 @@ DirectoryList::DirectoryList(QWidget* parent) : QListView(parent), rows_(new Row
 
 bool DirectoryList::walkTo(const std::string& folder) {
     const Result<std::vector<std::string>> folders = listFolders(folder);
-    if (!folders)
+    if (!folders) {
+        Q_EMIT refused(displayed(folder), QString::fromStdString(folders.error().cause));
         return false;
+    }
     const std::string before = std::exchange(path_, withoutTrailingSeparators(folder));
     rows_->set(folderRows(path_, folders.value()));
     // Who went up finds the folder he came from; who went down, the one he is in.
@@ -78,6 +84,7 @@ bool DirectoryList::walkTo(const std::string& folder) {
     // As much as possible of what is inside the folder.
     scrollTo(rows_->index(rowOf(path_)), PositionAtTop);
     scrollTo(current);
+    Q_EMIT walked();
     return true;
 }
 

@@ -23,6 +23,12 @@ public:
     // False, with everything as it was, when the folder cannot be read.
     bool walkTo(const std::string& folder);
 
+Q_SIGNALS:
+    // The current folder is another one now, or has been read again.
+    void walked();
+    // A folder cannot be read; everything is as it was.
+    void refused(const QString& folder, const QString& cause);
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 

@@ -73,10 +73,22 @@ void Fr_Directory::makeControls() {
     Lab_stat =
         named(new QLabel(this), "Lab_stat", tr("Path of the chosen directory"), designPlace(120, 3100, 4695, 240));
     Lab_stat->setTextFormat(Qt::PlainText);
+    connect(Dir1, &DirectoryList::walked, this, &Fr_Directory::showDrive);
+    connect(Dir1, &DirectoryList::refused, this,
+            [this](const QString& folder, const QString& cause) { tellPath(folder + QLatin1String(": ") + cause); });
+    selectWhatIsCurrent(*List2);
     connect(List2, &QListWidget::currentRowChanged, this, &Fr_Directory::showPath);
     connect(List2, &QListWidget::itemClicked, this, [this] { showPath(List2->currentRow()); });
     const auto* removing = new QShortcut(QKeySequence::Delete, List2, nullptr, nullptr, Qt::WidgetShortcut);
     connect(removing, &QShortcut::activated, this, &Fr_Directory::removeSelected);
+}
+
+void Fr_Directory::tellPath(const QString& text) {
+    // A name may hold a line break, and there is one line.
+    QString line = text;
+    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    Lab_stat->setText(Lab_stat->fontMetrics().elidedText(line, Qt::ElideMiddle, Lab_stat->width()));
+    Lab_stat->setToolTip(text);
 }
 
 void Fr_Directory::makeButtons() {
@@ -93,6 +105,8 @@ void Fr_Directory::fillDrives() {
     for (const std::string& drive : mountedDrives(home))
         Drive1->addItem(displayed(drive), bytesOf(drive));
     connect(Drive1, &QComboBox::currentIndexChanged, this, &Fr_Directory::changeDrive);
+    // The way back to where the drive begins.
+    connect(Drive1, &QComboBox::activated, this, &Fr_Directory::changeDrive);
     drive_ = -1;
     Drive1->setCurrentIndex(-1);
     Drive1->setCurrentIndex(Drive1->findData(bytesOf(home)));
@@ -103,12 +117,29 @@ void Fr_Directory::fillDrives() {
 // A drive that cannot be read changes nothing.
 void Fr_Directory::changeDrive() {
     const int chosen = Drive1->currentIndex();
-    if (chosen >= 0 && Dir1->walkTo(Drive1->itemData(chosen).toByteArray().toStdString())) {
-        drive_ = chosen;
-    } else if (chosen != drive_) {
+    const bool walked = chosen >= 0 && Dir1->walkTo(Drive1->itemData(chosen).toByteArray().toStdString());
+    if (!walked && chosen != drive_) {
         const QSignalBlocker unheard(Drive1);
         Drive1->setCurrentIndex(drive_);
     }
+}
+
+// The drive that the current folder is on: of those whose root leads there, the one with the longest.
+void Fr_Directory::showDrive() {
+    int holder = -1;
+    qsizetype longest = -1;
+    for (int drive = 0; drive < Drive1->count(); ++drive) {
+        const QByteArray root = Drive1->itemData(drive).toByteArray();
+        if (root.size() > longest && isInside(Dir1->path(), root.toStdString())) {
+            holder = drive;
+            longest = root.size();
+        }
+    }
+    if (holder < 0)
+        return;
+    drive_ = holder;
+    const QSignalBlocker unheard(Drive1);
+    Drive1->setCurrentIndex(holder);
 }
 
 void Fr_Directory::addEntry(const std::string& path) {
@@ -136,8 +167,7 @@ void Fr_Directory::removeSelected() {
 
 void Fr_Directory::showPath(int row) {
     const QString path = row >= 0 && row < List1->count() ? List1->item(row)->text() : QString();
-    Lab_stat->setText(Lab_stat->fontMetrics().elidedText(path, Qt::ElideMiddle, Lab_stat->width()));
-    Lab_stat->setToolTip(path);
+    tellPath(path);
 }
 
 std::string Fr_Directory::pathAt(int row) const {

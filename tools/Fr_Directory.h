@@ -47,6 +47,8 @@ private:
     void makeButtons();
     void fillDrives();
     void changeDrive();
+    void showDrive();
+    void tellPath(const QString& text);
     void addEntry(const std::string& path);
     void addCurrent();
     void removeSelected();
@@ -55,7 +57,7 @@ private:
 
     EntryList& Dirs_;
     const SaveEntries save_;
-    int drive_ = 0; // the entry of Drive1 that was read last
+    int drive_ = 0; // the entry of Drive1 that holds the current folder
 };
 
 } // namespace blockhouse

@@ -30,7 +30,7 @@ Fr_options::Fr_options(EntryList& jumps, SaveEntries save) : jumps_(jumps), save
     setFixedSize(designSize);
     for (const std::string& entry : jumps_)
         addEntry(entry);
-    setFocusProxy(txt_enter);
+    txt_enter->setFocus();
 }
 
 Qt::WindowFlags Fr_options::frameFlags() {
@@ -55,6 +55,12 @@ void Fr_options::makeControls() {
     connect(Command1, &QPushButton::clicked, this, &Fr_options::addTyped);
     connect(txt_enter, &QLineEdit::returnPressed, this, &Fr_options::addTyped);
     connect(Command2, &QPushButton::clicked, this, &Fr_options::removeSelected);
+    // Buttons first in the row, but last in the order of work.
+    setTabOrder(List1, txt_enter);
+    setTabOrder(txt_enter, Check1);
+    setTabOrder(Check1, Command1);
+    setTabOrder(Command1, Command2);
+    selectWhatIsCurrent(*List1);
     const auto* removing = new QShortcut(QKeySequence::Delete, List1, nullptr, nullptr, Qt::WidgetShortcut);
     connect(removing, &QShortcut::activated, this, &Fr_options::removeSelected);
 }

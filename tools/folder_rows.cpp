@@ -31,6 +31,14 @@ std::string folderAbove(std::string_view path) {
     return withoutTrailingSeparators(inside.substr(0, std::max(separator, drive)));
 }
 
+bool isInside(std::string_view path, std::string_view folder) {
+    const std::string inner = withoutTrailingSeparators(path);
+    const std::string outer = withoutTrailingSeparators(folder);
+    if (!inner.starts_with(outer) || outer.empty())
+        return false;
+    return inner.size() == outer.size() || isPathSeparator(outer.back()) || isPathSeparator(inner[outer.size()]);
+}
+
 std::vector<FolderRow> folderRows(std::string_view current, const std::vector<std::string>& folders) {
     const std::string path = withoutTrailingSeparators(current);
     std::vector<FolderRow> rows;

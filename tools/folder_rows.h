@@ -24,6 +24,9 @@ struct FolderRow {
 // The folder that holds `path`; the path itself for a drive.
 [[nodiscard]] std::string folderAbove(std::string_view path);
 
+// True for the folder itself and for everything below it. Trailing separators do not count.
+[[nodiscard]] bool isInside(std::string_view path, std::string_view folder);
+
 // Without separators at its end, unless it is a drive.
 [[nodiscard]] std::string withoutTrailingSeparators(std::string_view path);
 

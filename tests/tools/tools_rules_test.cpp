@@ -30,6 +30,19 @@ TEST(FolderRows, TheFolderAboveEndsAtTheDrive) {
         EXPECT_EQ(folderAbove(path), above) << path;
 }
 
+TEST(FolderRows, AFolderHoldsItselfAndWhatIsBelow) {
+    for (const auto& [path, folder] : {std::pair{"/home/ann", "/home"},
+                                       {"/home/", "/home"},
+                                       {"/", "/"},
+                                       {"/x", "/"},
+                                       {"C:\\Games", "C:\\"},
+                                       {"C:/Games", "C:/"}})
+        EXPECT_TRUE(isInside(path, folder)) << path << " in " << folder;
+    for (const auto& [path, folder] :
+         {std::pair{"/homes", "/home"}, {"/home", "/home/ann"}, {"D:\\x", "C:\\"}, {"/x", ""}})
+        EXPECT_FALSE(isInside(path, folder)) << path << " in " << folder;
+}
+
 TEST(JumpEntries, ShowThatTheyEndTheirLine) {
     EXPECT_EQ(shownEntry("Arm\xE9"), "Arm\u00E9");
     EXPECT_EQ(shownEntry("Turret\r\n"), "Turret \u21B5");

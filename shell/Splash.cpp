@@ -13,7 +13,9 @@
 
 namespace blockhouse {
 
-Splash::Splash() : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint) {
+// No Qt::SplashScreen: showing one serves events, and the window may be left, and be gone, before show() returns.
+Splash::Splash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
+    setAttribute(Qt::WA_X11NetWmWindowTypeSplash);
     setObjectName(QStringLiteral("Splash"));
     setWindowTitle(applicationTitle);
     setWindowIcon(applicationIcon());

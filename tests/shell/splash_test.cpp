@@ -42,6 +42,15 @@ TEST(Splash, AsksForTheMainWindowWhenThePauseIsOver) {
     EXPECT_FALSE(splash.isVisible());
 }
 
+TEST(Splash, NothingHappensWhileItIsBeingShown) {
+    Splash splash;
+    bool happened = false;
+    QMetaObject::invokeMethod(
+        &splash, [&happened] { happened = true; }, Qt::QueuedConnection);
+    splash.show();
+    EXPECT_FALSE(happened) << "a click could delete the window that is being shown";
+}
+
 TEST(Splash, AClickDuringThePauseCountsOnce) {
     auto splash = std::make_unique<Splash>();
     const QSignalSpy wanted(splash.get(), &Splash::mainWindowWanted);

@@ -160,12 +160,15 @@ TEST_F(ToolWindows, AHitFarDownIsShownWithTheLinesAboveIt) {
         text += line == 200 ? "  far away\r\n" : "  line\r\n";
     temp_.file("data/far.ini", text);
     startWithDirectories();
+    mainWindow().resize(1200, 700);
     program_->fr_findref().findRef("far away");
     Q_EMIT program_->fr_findref().List1->doubleClicked(program_->fr_findref().List1->model()->index(0, 0));
     const auto* editor = mainWindow().mdiArea()->currentSubWindow()->findChild<fr_edit*>();
     ASSERT_TRUE(editor);
     EXPECT_EQ(editor->txt_edit->selText(), "far away");
     EXPECT_EQ(editor->txt_edit->firstVisibleLine(), 196);
+    const QRect hits = program_->fr_findref().parentWidget()->geometry();
+    EXPECT_FALSE(editor->parentWidget()->geometry().intersects(hits)) << "the next hit is there to be clicked";
 }
 
 TEST_F(ToolWindows, ASelectedWordIsTheOneMeant) {

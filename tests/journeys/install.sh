@@ -64,7 +64,6 @@ looks_other_than() { [[ $(snapshot "$window" "0,60,700,440") != "$1" ]]; }
 xdotool windowactivate --sync "$window"
 press_key alt+v o
 wait_for 10 "jump list editor" looks_other_than "$look"
-press_key Tab
 xdotool type --delay 12 Armor
 press_key Return ctrl+w
 confirm "the saved jump list"

@@ -73,6 +73,16 @@ TEST_F(WindowBarOfThree, ButtonsCarryTheKeyAndTheCaption) {
     EXPECT_LE(button(1)->geometry().bottom(), main_.Toolbar1->rect().bottom()) << "not cut off";
 }
 
+TEST_F(WindowBarOfThree, OpensToShowWhatDoesNotFit) {
+    main_.resize(200, 300);
+    auto* more = main_.Toolbar1->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+    ASSERT_TRUE(more && QTest::qWaitFor([more] { return more->isVisible(); }));
+    EXPECT_FALSE(button(2)->isVisible());
+    QTest::mouseClick(more, Qt::LeftButton);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return button(2)->isVisible(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return main_.Toolbar1->rect().contains(button(2)->geometry()); }));
+}
+
 TEST_F(WindowBarOfThree, ForgetsWindowsAndSurvivesTheirEnd) {
     main_.Toolbar1->addWindow(handle(0), QStringLiteral("again"));
     ASSERT_EQ(main_.Toolbar1->actions().size(), 3);

@@ -122,6 +122,7 @@ TEST_F(DirectoryEditor, WhatCannotBeReadChangesNothing) {
     walkInto("one");
     EXPECT_EQ(window_->Dir1->path(), temp_.path());
     EXPECT_EQ(window_->Dir1->model()->rowCount(), rows);
+    EXPECT_EQ(window_->Lab_stat->toolTip().toStdString(), temp_.path("one") + ": No such file or directory");
 
     const int drive = window_->Drive1->currentIndex();
     ASSERT_GE(drive, 0);
@@ -132,6 +133,14 @@ TEST_F(DirectoryEditor, WhatCannotBeReadChangesNothing) {
     window_->Drive1->addItem(QStringLiteral("there"), QByteArray::fromStdString(temp_.path("two")));
     window_->Drive1->setCurrentIndex(window_->Drive1->count() - 1);
     EXPECT_EQ(window_->Dir1->path(), temp_.path("two"));
+
+    // The drive shown is the one that the folder is on, and choosing it again leads back to where it begins.
+    walkInto("empty");
+    EXPECT_EQ(window_->Drive1->currentText(), QStringLiteral("there"));
+    Q_EMIT window_->Drive1->activated(window_->Drive1->currentIndex());
+    EXPECT_EQ(window_->Dir1->path(), temp_.path("two"));
+    ASSERT_TRUE(window_->Dir1->walkTo("/"));
+    EXPECT_EQ(window_->Drive1->currentText(), QStringLiteral("/"));
 }
 
 TEST_F(DirectoryEditor, StaysAboveAndKeepsItsSize) {

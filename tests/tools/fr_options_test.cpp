@@ -3,6 +3,7 @@
 #include "tools/Fr_options.h"
 
 #include <gtest/gtest.h>
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -40,6 +41,17 @@ protected:
     MessageBoxReader boxes_;
     std::unique_ptr<Fr_options> window_;
 };
+
+TEST_F(JumpListEditor, TabLeadsThroughAllOfItAndWhatIsEnteredIsChosen) {
+    EXPECT_TRUE(window_->txt_enter->hasFocus()) << "ready to type";
+    for (QWidget* next : {static_cast<QWidget*>(window_->Check1), static_cast<QWidget*>(window_->Command1),
+                          static_cast<QWidget*>(window_->Command2), static_cast<QWidget*>(window_->List1)}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_TRUE(next->hasFocus()) << next->objectName().toStdString();
+    }
+    QTest::keyClick(window_->List1, Qt::Key_Delete);
+    EXPECT_EQ(window_->List1->count(), 3);
+}
 
 TEST_F(JumpListEditor, ClosedUnchangedItSavesTheSameEntries) {
     EXPECT_EQ(window_->List1->count(), 4);

@@ -4,7 +4,7 @@
 #   ./test.sh           the optimised build
 #   ./test.sh --asan    then the same tests built with the address and undefined-behaviour sanitizers
 #
-# With CI=true both are done. The first build with a failing test is the last one.
+# With CI=true both are done, and in between each fuzzer runs for a minute. The first failure ends it.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -34,6 +34,9 @@ build_and_test() {
 }
 
 build_and_test release
+if [[ ${CI:-false} == true ]]; then
+  fuzz/run.sh 60
+fi
 if [[ $sanitized == true ]]; then
   # The journeys look at the program from outside, at the pace of a hand: the optimised build is what they are for.
   build_and_test asan --label-exclude '^journey$'

@@ -4,10 +4,12 @@
 #   scripts/install_dependencies.sh run    to build and to start the editor
 #   scripts/install_dependencies.sh test   the same, and what the tests and benchmarks use
 #   scripts/install_dependencies.sh fuzz   to build the fuzzers
+#   scripts/install_dependencies.sh compare   the same as test, and the programs that bench/compare.sh compares with
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
 virtual_screen=(xvfb openbox xdotool imagemagick)
+peers=(scite geany featherpad mousepad grep ripgrep)
 fuzzing=(clang libclang-rt-dev libgtest-dev libgmock-dev)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)
 
@@ -29,8 +31,12 @@ case "${1:-}" in
     purpose="build the fuzzers of Blockhouse"
     wanted=("${build[@]}" "${fuzzing[@]}")
     ;;
+  compare)
+    purpose="compare Blockhouse with other programs"
+    wanted=("${build[@]}" "${virtual_screen[@]}" "${tests[@]}" "${peers[@]}")
+    ;;
   *)
-    echo "usage: $0 run|test|fuzz" >&2
+    echo "usage: $0 run|test|fuzz|compare" >&2
     exit 2
     ;;
 esac

@@ -37,6 +37,7 @@ Chaos::Chaos(std::string root, const std::string& samples, std::mt19937& random)
     while (large.size() < 300'000)
         large += text_;
     for (const auto& [name, bytes] : {std::pair<const char*, std::string>{"large.ini", large},
+                                      {"larger.ini", large + large + large},
                                       {"empty.ini", ""},
                                       {"ini", "Object Alphaone\nEnd"},
                                       {"bytes.ini", std::string("\0\r\n\n\r\xFF;\x80 End", 12)},

@@ -63,7 +63,8 @@ void Monkey::act() {
                                        &Monkey::pressKey,       &Monkey::openFromTree, &Monkey::chooseMenuItem,
                                        &Monkey::chooseMenuItem, &Monkey::openListed,   &Monkey::changeWindow,
                                        &Monkey::choosePlace,    &Monkey::walkFolders,  &Monkey::strike};
-        did = (this->*acts[below(std::size(acts))])();
+        // In the middle of something, what matters is whether its windows are still there.
+        did = depth_ > 1 && below(3) == 0 ? changeWindow() : (this->*acts[below(std::size(acts))])();
     }
     --depth_;
     std::printf("%d %s\n", actions_, did.c_str());

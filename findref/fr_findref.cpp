@@ -4,6 +4,7 @@
 #include "findref/ReferenceSearch.h"
 #include "platform/codepage.h"
 #include "platform/controls.h"
+#include "platform/DeletionHold.h"
 #include "platform/window_handles.h"
 #include "platform/yield.h"
 
@@ -95,6 +96,7 @@ void fr_findref::stop() {
 }
 
 void fr_findref::search() {
+    const DeletionHold hold(parentWidget() ? parentWidget() : this);
     searchWanted_ = true;
     givenUp_ = true;
     // The call that is under way will see to it: each search inside the one before would fill the stack.
@@ -145,8 +147,10 @@ bool fr_findref::showProgress(int value, int maximum) {
 }
 
 void fr_findref::openHit(const QModelIndex& hit) {
-    if (hit.isValid())
-        Q_EMIT hitChosen(hits_.path(hit.row()), hits_.position(hit.row()), hits_.length(hit.row()));
+    if (!hit.isValid())
+        return;
+    const DeletionHold hold(parentWidget() ? parentWidget() : this);
+    Q_EMIT hitChosen(hits_.path(hit.row()), hits_.position(hit.row()), hits_.length(hit.row()));
 }
 
 void fr_findref::keyPressEvent(QKeyEvent* event) {

@@ -123,6 +123,33 @@ TEST_F(FindReference, ASearchEndsWhenItsWindowIsClosed) {
     EXPECT_EQ(hits(), "");
 }
 
+// The toolkit goes on with the text box that has the Enter, and with the list that has the double-click.
+TEST_F(FindReference, ClosedByItsOwnControlsTheWindowOutlivesTheirHandlers) {
+    const auto deleteWhatWasClosed = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+    const QPointer<fr_findref> searched = window_;
+    duringSearch_ = [&] {
+        searched->parentWidget()->close();
+        deleteWhatWasClosed();
+        EXPECT_TRUE(searched);
+    };
+    QTest::keyClick(window_->Text1, Qt::Key_Return);
+    deleteWhatWasClosed();
+    EXPECT_FALSE(searched);
+
+    window_ = new fr_findref(Dirs_, [](PictureBox&, double, double) {});
+    const QPointer<fr_findref> chosenFrom = window_;
+    area_.addSubWindow(window_);
+    window_->findRef("tower");
+    QObject::connect(window_, &fr_findref::hitChosen, [&] {
+        chosenFrom->parentWidget()->close();
+        deleteWhatWasClosed();
+        EXPECT_TRUE(chosenFrom);
+    });
+    Q_EMIT window_->List1->doubleClicked(window_->List1->model()->index(0, 0));
+    deleteWhatWasClosed();
+    EXPECT_FALSE(chosenFrom);
+}
+
 TEST_F(FindReference, ASearchEndsWhenItsWindowIsGone) {
     duringSearch_ = [this] { delete window_->parentWidget(); };
     window_->findRef("tower");

@@ -50,7 +50,7 @@ void Monkey::act() {
     actSoon();
     QWidget* dialog = QApplication::activeModalWidget();
     if (dialog == nullptr && depth_ >= deepest)
-        return;
+        return letGo();
     ++depth_;
     ++actions_;
     std::string did;
@@ -70,6 +70,14 @@ void Monkey::act() {
     std::printf("%d %s\n", actions_, did.c_str());
     std::fflush(stdout);
     watchdog_.beat(did);
+}
+
+// What is being dragged from one widget to another ends only with a key or a button that reaches the window itself.
+void Monkey::letGo() {
+    watchdog_.beat("let go");
+    QWidget* window = someWindow();
+    if (window != nullptr && window->windowHandle() != nullptr)
+        QTest::keyClick(window->windowHandle(), Qt::Key_Escape);
 }
 
 // ---- Where ------------------------------------------------------------------------------------------------------

@@ -32,6 +32,7 @@ private:
 
     void actSoon();
     void act();
+    void letGo();
     std::string actOnDialog(QWidget& dialog);
     std::string actOnFileDialog(QFileDialog& dialog);
 

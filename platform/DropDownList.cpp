@@ -38,7 +38,10 @@ void DropDownList::paintEvent(QPaintEvent*) {
     QStyleOptionComboBox option;
     initStyleOption(&option);
     if (currentIndex() < 0) {
-        option.palette.setBrush(QPalette::ButtonText, option.palette.placeholderText());
+        // Not the theme's own colour for it: dark ones tend to leave the light one's.
+        QColor faint = option.palette.color(QPalette::ButtonText);
+        faint.setAlphaF(0.65F);
+        option.palette.setColor(QPalette::ButtonText, faint);
         option.currentText = placeholderText();
     }
     const QRect room = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);

@@ -65,10 +65,18 @@ void Program::connectMainWindow() {
     connect(window, &Fr_main::placementWanted, this, [this](const std::string& path) { form2().Openfile(path); });
     connect(window, &Fr_main::closed, this, [this] {
         ended_ = true;
-        if (fr_findref_)
-            fr_findref_->stop();
+        stopWhatIsUnderWay();
         QCoreApplication::exit();
     });
+}
+
+// Events are served in the middle of it, so it would go on behind the closed window.
+void Program::stopWhatIsUnderWay() {
+    if (fr_findref_)
+        fr_findref_->stop();
+    for (const QMdiSubWindow* frame : fr_main_->mdiArea()->subWindowList())
+        if (auto* editor = qobject_cast<fr_edit*>(frame->widget()))
+            editor->stop();
 }
 
 QPointer<fr_edit> Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
@@ -143,8 +151,8 @@ void Program::findReferences(std::string_view text, CaretPosition caret) {
         fr_findref().findRef(std::string(*word));
 }
 
-void Program::saveList(const char* name, const EntryList& entries) const {
-    static_cast<void>(replaceWholeFile(files_.writePath(name), listFileText(entries)));
+bool Program::saveList(const char* name, const EntryList& entries) const {
+    return replaceWholeFile(files_.writePath(name), listFileText(entries)).ok();
 }
 
 template <typename Window, typename Make>
@@ -159,9 +167,12 @@ Window& Program::single(QPointer<Window>& window, Make make) {
 
 Fr_Directory& Program::fr_directory() {
     return single(fr_directory_, [this] {
-        auto* window = new Fr_Directory(Dirs, [this](const EntryList& list) { saveList(directoryListFile, list); });
+        auto* window = new Fr_Directory(
+            Dirs, [this](const EntryList& list) { directoriesAreOnDisk_ = saveList(directoryListFile, list); });
         window->setAttribute(Qt::WA_DeleteOnClose);
-        connect(window, &Fr_Directory::directoriesSaved, this, [this] { fr_main().loaddirs(); });
+        // What could not be written is in force all the same, and the old file would take it back.
+        connect(window, &Fr_Directory::directoriesSaved, this,
+                [this] { directoriesAreOnDisk_ ? fr_main().loaddirs() : fr_main().showDirs(); });
         return window;
     });
 }
@@ -169,7 +180,8 @@ Fr_Directory& Program::fr_directory() {
 Fr_options& Program::fr_options() {
     return single(fr_options_, [this] {
         EntryList& jumps = fr_main().jumps;
-        auto* window = new Fr_options(jumps, [this](const EntryList& list) { saveList(jumpListFile, list); });
+        auto* window =
+            new Fr_options(jumps, [this](const EntryList& list) { static_cast<void>(saveList(jumpListFile, list)); });
         fr_main().mdiArea()->addSubWindow(window, Fr_options::frameFlags());
         return window;
     });

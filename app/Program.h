@@ -53,12 +53,13 @@ public:
     EntryList Dirs;
 
 private:
+    void stopWhatIsUnderWay();
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void showMainWindow();
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, std::size_t length);
     // Writes a list file. A failure is not told: the list is in force for this run all the same.
-    void saveList(const char* name, const EntryList& entries) const;
+    [[nodiscard]] bool saveList(const char* name, const EntryList& entries) const;
     template <typename Window, typename Make>
     Window& single(QPointer<Window>& window, Make make);
     void drawProgress(PictureBox& box, double value, double maximum) override;
@@ -78,6 +79,7 @@ private:
     QPointer<class fr_findref> fr_findref_;
     QPointer<Form1> form1_;
     QPointer<Form2> form2_;
+    bool directoriesAreOnDisk_ = true;
     bool ended_ = false;
 };
 

@@ -37,6 +37,9 @@ public:
     // been told then).
     void Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
 
+    // Gives up loading that is under way: the program ends.
+    void stop() { closing_ = true; }
+
     // Colours the block keywords and comments of the whole text.
     void FormatBox();
 

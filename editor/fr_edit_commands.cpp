@@ -2,6 +2,7 @@
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
+#include "platform/DeletionHold.h"
 #include "platform/message_box.h"
 #include "platform/svg_icon.h"
 
@@ -110,6 +111,8 @@ void fr_edit::countCharacters() {
 void fr_edit::findReferences() {
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
+    // The menu that was used is this window's, and the toolkit goes on with it after the search.
+    const DeletionHold hold(parentWidget() ? parentWidget() : this);
     host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()});
 }
 

@@ -87,12 +87,19 @@ void Form2::onSideActivated() {
 void Form2::chooseSide() {
     if (Combo1->currentIndex() < 0)
         return;
-    const auto side = static_cast<std::size_t>(Combo1->currentIndex());
-    const SearchRange range = searchRangeOf(sides_, side, Filetext);
+    const SearchRange range = chosenRange();
     loadcombo2(range.startSearch, range.endSearch);
 }
 
+// Without a chosen side, structures are listed only if somebody else asked for a range of the text.
+SearchRange Form2::chosenRange() const {
+    if (Combo1->currentIndex() < 0)
+        return listedRange_;
+    return searchRangeOf(sides_, static_cast<std::size_t>(Combo1->currentIndex()), Filetext);
+}
+
 void Form2::loadcombo2(TextPosition startSearch, TextPosition endSearch) {
+    listedRange_ = {startSearch, endSearch};
     const BuildListScan scan = structuresOf(Filetext, startSearch, endSearch);
     listStructures(scan);
     board_.showStructures(scan.structures);
@@ -158,8 +165,7 @@ void Form2::release(CanvasPoint pointer) {
     log1->moveCursor(QTextCursor::End);
     log1->insertPlainText(QString::fromStdString(*line) + QLatin1Char('\n'));
     Picture1->update();
-    const auto side = static_cast<std::size_t>(Combo1->currentIndex());
-    const SearchRange range = searchRangeOf(sides_, side, Filetext);
+    const SearchRange range = chosenRange();
     loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop->index));
 }
 

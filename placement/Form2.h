@@ -77,6 +77,7 @@ private:
     void onSideSelected();
     void onSideActivated();
     void chooseSide();
+    [[nodiscard]] SearchRange chosenRange() const;
     void chooseStructure(int index);
     void listStructures(const BuildListScan& scan);
     void tellFailures(const std::vector<ScanFailure>& failures);
@@ -87,6 +88,7 @@ private:
 
     std::vector<SideEntry> sides_;
     std::vector<StructureEntry> structures_;
+    SearchRange listedRange_{}; // by the last loadcombo2()
     MarkBoard board_;
     QStringListModel* sideNames_;
     QStringListModel* structureNames_;

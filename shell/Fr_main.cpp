@@ -108,8 +108,11 @@ void Fr_main::loaddirs() {
     if (!FileExists(path))
         return;
     ClearDirs(Dirs_);
-    if (readDirs(path) != Reading::Finished)
-        return;
+    if (readDirs(path) == Reading::Finished)
+        showDirs();
+}
+
+void Fr_main::showDirs() {
     fillTree();
     setExplorerVisible(true);
 }

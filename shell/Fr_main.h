@@ -34,6 +34,8 @@ public:
     // Reads the directory list anew and adds to the tree what is new; nodes are never removed. Shows the panel.
     // Does nothing without a directory list. Serves events in the middle; the window may be gone when it returns.
     void loaddirs();
+    // Adds what `Dirs` holds to the tree.
+    void showDirs();
 
     [[nodiscard]] QMdiArea* mdiArea() const { return mdiArea_; }
 

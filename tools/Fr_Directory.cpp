@@ -4,6 +4,7 @@
 #include "platform/message_box.h"
 #include "platform/paths.h"
 #include "platform/volumes.h"
+#include "tools/PathLabel.h"
 
 #include <QCloseEvent>
 #include <QDir>
@@ -71,7 +72,7 @@ void Fr_Directory::makeControls() {
     List1 = named(new QListWidget(this), "List1", tr("Paths of the directories"), {});
     List1->hide();
     Lab_stat =
-        named(new QLabel(this), "Lab_stat", tr("Path of the chosen directory"), designPlace(120, 3100, 4695, 240));
+        named(new PathLabel(this), "Lab_stat", tr("Path of the chosen directory"), designPlace(120, 3100, 4695, 240));
     Lab_stat->setTextFormat(Qt::PlainText);
     connect(Dir1, &DirectoryList::walked, this, &Fr_Directory::showDrive);
     connect(Dir1, &DirectoryList::refused, this,
@@ -84,10 +85,7 @@ void Fr_Directory::makeControls() {
 }
 
 void Fr_Directory::tellPath(const QString& text) {
-    // A name may hold a line break, and there is one line.
-    QString line = text;
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    Lab_stat->setText(Lab_stat->fontMetrics().elidedText(line, Qt::ElideMiddle, Lab_stat->width()));
+    Lab_stat->setText(text);
     Lab_stat->setToolTip(text);
 }
 

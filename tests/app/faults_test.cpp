@@ -169,6 +169,8 @@ TEST_F(Faults, ListFilesThatCannotBeWrittenStayAsTheyAreAndTheListsHoldForThisRu
     EXPECT_EQ(bytesOf(temp_.path("jumps.lst")), "Armor\r\n");
     EXPECT_EQ(bytesOf(temp_.path("Dirs.lst")), temp_.path("data") + "\r\n");
     EXPECT_EQ(program().fr_main().jumps.count(), 2);
+    EXPECT_EQ(program().Dirs.count(), 2);
+    EXPECT_EQ(program().fr_main().Tree1->model()->rowCount(), 2) << "the tree takes it up";
 }
 
 TEST_F(Faults, ADirectoryThatCannotBeListedIsLeftOutOfTheTree) {

@@ -3,6 +3,7 @@
 
 #include "editor/EditorHost.h"
 
+#include <functional>
 #include <string>
 
 namespace blockhouse {
@@ -23,11 +24,15 @@ public:
 
     void countCharacters(std::string_view text) override { counted = text; }
 
-    void findReferences(std::string_view, CaretPosition) override {}
+    void findReferences(std::string_view, CaretPosition) override {
+        if (duringSearch)
+            duringSearch();
+    }
 
     EntryList jumpList;
     bool explorer = true;
     std::string counted;
+    std::function<void()> duringSearch;
 };
 
 } // namespace blockhouse

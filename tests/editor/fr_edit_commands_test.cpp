@@ -10,7 +10,10 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -54,6 +57,22 @@ protected:
     FakeHost host;
     fr_edit editor{host};
 };
+
+// The toolkit goes on with the menu that was used, which is the window's.
+TEST_F(Commands, ClosedDuringItsSearchTheWindowOutlivesItsMenu) {
+    QMdiArea area;
+    const QPointer<fr_edit> child = new fr_edit(host);
+    area.addSubWindow(child)->show();
+    const auto deleteWhatWasClosed = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+    host.duringSearch = [&] {
+        child->parentWidget()->close();
+        deleteWhatWasClosed();
+        EXPECT_TRUE(child);
+    };
+    child->findChild<QAction*>(QStringLiteral("mnu_findref"))->trigger();
+    deleteWhatWasClosed();
+    EXPECT_FALSE(child);
+}
 
 TEST_F(Commands, SavesWriteUpToTheCharacterAfterTheLastEnd) {
     open("Object Alpha\r\nEnd\r\n;gone\r\n");

@@ -88,10 +88,10 @@ TEST_F(DirectoryEditor, AFolderIsAddedByWalkingIntoIt) {
 
     window_->List2->setCurrentRow(1);
     EXPECT_EQ(window_->List2->item(1)->text(), window_->List2->item(0)->text());
-    EXPECT_EQ(window_->Lab_stat->toolTip().toStdString(), temp_.path("two/Data"));
+    EXPECT_EQ(window_->Lab_stat->text().toStdString(), temp_.path("two/Data"));
     QTest::mouseClick(window_->List2->viewport(), Qt::LeftButton, {},
                       window_->List2->visualItemRect(window_->List2->item(0)).center());
-    EXPECT_EQ(window_->Lab_stat->toolTip().toStdString(), temp_.path("one/Data"));
+    EXPECT_EQ(window_->Lab_stat->text().toStdString(), temp_.path("one/Data"));
     QTest::mouseClick(window_->Command2, Qt::LeftButton);
     EXPECT_EQ(listed(Dirs_), temp_.path("one/Data") + "|") << "the list itself waits for the window to close";
     window_->close();
@@ -122,7 +122,7 @@ TEST_F(DirectoryEditor, WhatCannotBeReadChangesNothing) {
     walkInto("one");
     EXPECT_EQ(window_->Dir1->path(), temp_.path());
     EXPECT_EQ(window_->Dir1->model()->rowCount(), rows);
-    EXPECT_EQ(window_->Lab_stat->toolTip().toStdString(), temp_.path("one") + ": No such file or directory");
+    EXPECT_EQ(window_->Lab_stat->text().toStdString(), temp_.path("one") + ": No such file or directory");
 
     const int drive = window_->Drive1->currentIndex();
     ASSERT_GE(drive, 0);

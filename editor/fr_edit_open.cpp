@@ -36,6 +36,7 @@ void fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
     const std::size_t separator = lastPathSeparator(Txt_path);
     const QString caption = displayed(separator == Txt_path.npos ? Txt_path : Txt_path.substr(separator));
     setWindowTitle(caption);
+    setAccessibleName(displayed(LastPathPart(Txt_path)));
     setWindowFilePath(displayed(Txt_path));
     host_.windowOpened(handle_, displayed(LastPathPart(Txt_path)));
     Filetext = std::move(file).value();

@@ -19,6 +19,7 @@ constexpr int rightMargin = toPixels(Twips{7005 - 120 - 6612}).value;
 Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(QStringLiteral("Form1"));
+    setAccessibleName(tr("Number of characters"));
     Label1->setObjectName(QStringLiteral("Label1"));
     Label1->setAccessibleName(tr("Number of characters"));
     Label1->move(margin, 0);

@@ -52,6 +52,7 @@ void fr_findref::makeControls() {
     List1->setModel(model_);
     List1->setUniformItemSizes(true);
     List1->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    stopAtEntriesOnly(*List1);
     setFocusProxy(Text1);
 
     connect(command1, &QPushButton::clicked, this, &fr_findref::search);

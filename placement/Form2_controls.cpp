@@ -97,7 +97,8 @@ QWidget* Form2::makeControls() {
     Picture1->move(pixelsOf(120), pixelsOf(600));
     Text1 = named(new QPlainTextEdit(inside), "Text1", tr("What the colours mean"));
     Text1->setFont(arial(8.25));
-    Text1->setReadOnly(true);
+    // With a caret, so that it is seen where the keyboard is.
+    Text1->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     Text1->setTabChangesFocus(true);
     // The longest line just fits, but only without a scroll bar beside it.
     Text1->setLineWrapMode(QPlainTextEdit::NoWrap);

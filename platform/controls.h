@@ -41,4 +41,15 @@ inline void selectWhatIsCurrent(QListWidget& list) {
     });
 }
 
+// An empty list shows nothing of the focus, so Tab passes it by. The list has its model already.
+inline void stopAtEntriesOnly(QAbstractItemView& list) {
+    const auto update = [&list] {
+        list.setFocusPolicy(list.model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    for (const auto changed : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        QObject::connect(list.model(), changed, &list, update);
+    QObject::connect(list.model(), &QAbstractItemModel::modelReset, &list, update);
+    update();
+}
+
 } // namespace blockhouse

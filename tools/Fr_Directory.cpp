@@ -78,6 +78,7 @@ void Fr_Directory::makeControls() {
     connect(Dir1, &DirectoryList::refused, this,
             [this](const QString& folder, const QString& cause) { tellPath(folder + QLatin1String(": ") + cause); });
     selectWhatIsCurrent(*List2);
+    stopAtEntriesOnly(*List2);
     connect(List2, &QListWidget::currentRowChanged, this, &Fr_Directory::showPath);
     connect(List2, &QListWidget::itemClicked, this, [this] { showPath(List2->currentRow()); });
     const auto* removing = new QShortcut(QKeySequence::Delete, List2, nullptr, nullptr, Qt::WidgetShortcut);

@@ -61,6 +61,7 @@ void Fr_options::makeControls() {
     setTabOrder(Check1, Command1);
     setTabOrder(Command1, Command2);
     selectWhatIsCurrent(*List1);
+    stopAtEntriesOnly(*List1);
     const auto* removing = new QShortcut(QKeySequence::Delete, List1, nullptr, nullptr, Qt::WidgetShortcut);
     connect(removing, &QShortcut::activated, this, &Fr_options::removeSelected);
 }

@@ -176,7 +176,6 @@ TEST_F(ProgramOnAWorkspace, ClosingTheMainWindowEndsTheProgramInTheMiddleOfLoadi
     for (const RichTextBox::Position at : {box.textLength() - 3, RichTextBox::Position(4)})
         EXPECT_NE(box.backgroundAt(at), CommentHighlight) << "given up, not carried through behind the user's back";
     EXPECT_EQ(mainWindow().mdiArea()->subWindowList().size(), 1) << "the editor window was not closed first";
-    EXPECT_EQ(mainWindow().Toolbar1->actions().size(), 1);
 }
 
 TEST_F(ProgramOnAWorkspace, AnEditorClosedWhileItLoadsIsGone) {

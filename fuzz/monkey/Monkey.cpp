@@ -91,8 +91,7 @@ QWidget* Monkey::someWindow() {
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible())
             visible.append(window);
-    return visible.isEmpty() ? nullptr
-                             : visible.at(static_cast<qsizetype>(below(static_cast<std::size_t>(visible.size()))));
+    return visible.isEmpty() ? nullptr : oneOf(visible);
 }
 
 // The innermost widget at some place of some window, as a pointer would meet it.
@@ -109,8 +108,7 @@ QWidget* Monkey::someWidget() {
     for (QWidget* child : window->findChildren<QWidget*>())
         if (child->isVisible())
             visible.append(child);
-    return visible.isEmpty() ? window
-                             : visible.at(static_cast<qsizetype>(below(static_cast<std::size_t>(visible.size()))));
+    return visible.isEmpty() ? window : oneOf(visible);
 }
 
 QPoint Monkey::somePointIn(const QWidget& widget) {
@@ -248,7 +246,7 @@ std::string Monkey::chooseMenuItem() {
             items.append(action);
     if (items.isEmpty())
         return "no menu item";
-    QAction* item = items.at(static_cast<qsizetype>(below(static_cast<std::size_t>(items.size()))));
+    QAction* item = oneOf(items);
     const std::string name = item->objectName().toStdString();
     item->trigger();
     return "chose " + name;
@@ -259,13 +257,11 @@ std::string Monkey::openFromTree() {
         auto* tree = window->findChild<QTreeView*>(QStringLiteral("Tree1"));
         if (tree == nullptr || !tree->isVisible() || QApplication::activeModalWidget() != nullptr)
             continue;
-        const QModelIndex folder =
-            tree->model()->index(static_cast<int>(below(static_cast<std::size_t>(tree->model()->rowCount()))), 0);
+        const QModelIndex folder = tree->model()->index(someRow(tree->model()->rowCount()), 0);
         if (!folder.isValid())
             continue;
         tree->expand(folder);
-        const QModelIndex file = tree->model()->index(
-            static_cast<int>(below(static_cast<std::size_t>(tree->model()->rowCount(folder)))), 0, folder);
+        const QModelIndex file = tree->model()->index(someRow(tree->model()->rowCount(folder)), 0, folder);
         tree->scrollTo(file);
         const QPoint place = tree->visualRect(file.isValid() ? file : folder).center();
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
@@ -286,10 +282,9 @@ std::string Monkey::openListed() {
             lists.append(list);
     if (lists.isEmpty())
         return "no list";
-    QAbstractItemView* list = lists.at(static_cast<qsizetype>(below(static_cast<std::size_t>(lists.size()))));
+    QAbstractItemView* list = oneOf(lists);
     const std::string name = nameOf(list);
-    const QModelIndex row =
-        list->model()->index(static_cast<int>(below(static_cast<std::size_t>(list->model()->rowCount()))), 0);
+    const QModelIndex row = list->model()->index(someRow(list->model()->rowCount()), 0);
     list->scrollTo(row);
     const QPoint place = list->visualRect(row).center();
     const QPointer<QWidget> viewport = list->viewport();
@@ -305,7 +300,7 @@ std::string Monkey::changeWindow() {
         return "no window";
     const QList<QMdiSubWindow*> children = window->findChildren<QMdiSubWindow*>();
     if (!children.isEmpty() && below(3) != 0)
-        window = children.at(static_cast<qsizetype>(below(static_cast<std::size_t>(children.size()))));
+        window = oneOf(children);
     const std::string name = nameOf(window);
     switch (below(7)) {
     case 0:
@@ -342,7 +337,7 @@ std::string Monkey::choosePlace() {
             boxes.append(box);
     if (boxes.isEmpty())
         return "no choice";
-    const QPointer<QComboBox> box = boxes.at(static_cast<qsizetype>(below(static_cast<std::size_t>(boxes.size()))));
+    const QPointer<QComboBox> box = oneOf(boxes);
     const std::string name = nameOf(box);
     QTest::mouseClick(box, Qt::LeftButton);
     if (box) {
@@ -367,8 +362,7 @@ std::string Monkey::actOnDialog(QWidget& dialog) {
     if (auto* box = qobject_cast<QMessageBox*>(&dialog); box != nullptr && below(3) != 0) {
         const QList<QAbstractButton*> buttons = box->buttons();
         const std::string text = box->text().toStdString();
-        QTest::mouseClick(buttons.at(static_cast<qsizetype>(below(static_cast<std::size_t>(buttons.size())))),
-                          Qt::LeftButton);
+        QTest::mouseClick(oneOf(buttons), Qt::LeftButton);
         return "answered: " + text;
     }
     QTest::keyClick(&dialog, below(2) == 0 ? Qt::Key_Return : Qt::Key_Escape);

@@ -52,6 +52,13 @@ private:
 
     [[nodiscard]] std::size_t below(std::size_t limit) { return limit == 0 ? 0 : random_() % limit; }
 
+    template <typename List>
+    auto oneOf(const List& list) {
+        return list.at(static_cast<qsizetype>(below(static_cast<std::size_t>(list.size()))));
+    }
+
+    int someRow(int rows) { return static_cast<int>(below(static_cast<std::size_t>(rows))); }
+
     [[nodiscard]] QWidget* someWindow();
     [[nodiscard]] QWidget* someWidget();
     [[nodiscard]] QPoint somePointIn(const QWidget& widget);

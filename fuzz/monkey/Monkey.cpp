@@ -54,7 +54,8 @@ void Monkey::act() {
     ++depth_;
     ++actions_;
     std::string did;
-    if (dialog != nullptr && below(10) != 0) {
+    // From a file dialog every way leads out of the workspace but one.
+    if (dialog != nullptr && (qobject_cast<QFileDialog*>(dialog) != nullptr || below(10) != 0)) {
         did = actOnDialog(*dialog);
     } else {
         static constexpr Act acts[] = {&Monkey::click,          &Monkey::click,        &Monkey::click,
@@ -376,7 +377,8 @@ std::string Monkey::actOnFileDialog(QFileDialog& dialog) {
         return "cancelled the file dialog";
     }
     const std::string file = chaos_.someFile();
-    dialog.selectFile(QFile::decodeName(file.c_str()));
+    dialog.setDirectory(QString::fromStdString(chaos_.root() + "/Data"));
+    dialog.selectFile(QFile::decodeName(file.substr(file.rfind('/') + 1).c_str()));
     QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
     return "named " + file;
 }

@@ -43,8 +43,10 @@ inline void selectWhatIsCurrent(QListWidget& list) {
 
 // An empty list shows nothing of the focus, so Tab passes it by. The list has its model already.
 inline void stopAtEntriesOnly(QAbstractItemView& list) {
-    const auto update = [&list] {
-        list.setFocusPolicy(list.model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
+    const auto update = [widget = static_cast<QWidget*>(&list)] {
+        // A list with a model of its own empties that while it is being taken apart, and is no list any more.
+        if (auto* view = qobject_cast<QAbstractItemView*>(widget))
+            view->setFocusPolicy(view->model()->rowCount() > 0 ? Qt::StrongFocus : Qt::ClickFocus);
     };
     for (const auto changed : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         QObject::connect(list.model(), changed, &list, update);

@@ -197,8 +197,8 @@ void RichTextBox::readStyles(BytePosition start, std::span<unsigned char> styles
     std::array<char, 2 * 4096 + 2> pairs; // character and style in turn, and two NULs at the end
     for (std::size_t done = 0; done < styles.size();) {
         const std::size_t size = std::min<std::size_t>(styles.size() - done, 4096);
-        const auto first = static_cast<unsigned long>(start) + done;
-        SendScintilla(SCI_GETSTYLEDTEXT, first, first + size, pairs.data());
+        const BytePosition first = start + static_cast<BytePosition>(done);
+        SendScintilla(SCI_GETSTYLEDTEXT, first, first + static_cast<BytePosition>(size), pairs.data());
         for (std::size_t i = 0; i < size; ++i)
             styles[done + i] = static_cast<unsigned char>(pairs[2 * i + 1]);
         done += size;

@@ -323,6 +323,9 @@ std::string Monkey::changeWindow() {
         // Few of them are the main window, whose end is the program's.
         if (window->objectName() == QLatin1String("Fr_main") && below(10) != 0)
             return "left open " + name;
+        // A dialog keeps users from closing the window under it, but not us.
+        if (window->findChild<QFileDialog*>() != nullptr)
+            return "left open under its dialog " + name;
         window->close();
         return "closed " + name;
     }

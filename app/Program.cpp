@@ -5,8 +5,8 @@
 #include "findref/fr_findref.h"
 #include "findref/word_at_caret.h"
 #include "placement/Form2.h"
-#include "platform/files.h"
-#include "platform/PictureBox.h"
+#include "platform/system/files.h"
+#include "platform/widgets/PictureBox.h"
 #include "shell/DrawProgress.h"
 #include "shell/Fr_main.h"
 #include "shell/list_file.h"
@@ -20,9 +20,9 @@
 
 namespace blockhouse {
 
-Program::Program(std::string applicationFolder) : Program(ListFiles(std::move(applicationFolder))) {}
+Program::Program(std::string applicationFolder) : Program(ApplicationFolder(std::move(applicationFolder))) {}
 
-Program::Program(ListFiles files) : files_(std::move(files)) {}
+Program::Program(ApplicationFolder files) : files_(std::move(files)) {}
 
 Program::~Program() {
     delete splash_;
@@ -152,7 +152,7 @@ void Program::findReferences(std::string_view text, CaretPosition caret) {
 }
 
 bool Program::saveList(const char* name, const EntryList& entries) const {
-    return replaceWholeFile(files_.writePath(name), listFileText(entries)).ok();
+    return replaceWholeFile(files_.writePath(name), writtenList(entries)).ok();
 }
 
 template <typename Window, typename Make>

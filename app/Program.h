@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/EditorHost.h"
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 #include "shell/application_folder.h"
 
 #include <QObject>
@@ -29,7 +29,7 @@ class Program : public QObject, private EditorHost {
 public:
     // The folder that holds the list files.
     explicit Program(std::string applicationFolder);
-    explicit Program(ListFiles files);
+    explicit Program(ApplicationFolder files);
     ~Program() override;
 
     // Shows the splash window, which leads to the main window.
@@ -71,7 +71,7 @@ private:
     void countCharacters(std::string_view text) override;
     void findReferences(std::string_view text, CaretPosition caret) override;
 
-    ListFiles files_;
+    ApplicationFolder files_;
     QPointer<Splash> splash_;
     std::unique_ptr<Fr_main> fr_main_;
     QPointer<Fr_Directory> fr_directory_;

@@ -24,8 +24,8 @@ int main(int argc, char** argv) {
 
     const QString programFolder = QApplication::applicationDirPath();
     blockhouse::Program program(
-        blockhouse::listFilesOf(bytesOf(programFolder), QFileInfo(programFolder).isWritable(),
-                                bytesOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))));
+        blockhouse::applicationFolderOf(bytesOf(programFolder), QFileInfo(programFolder).isWritable(),
+                                        bytesOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))));
     program.start();
     return QApplication::exec();
 }

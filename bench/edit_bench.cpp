@@ -3,7 +3,7 @@
 #include "bench/generated_text.h"
 #include "bench/measure.h"
 #include "editor/fr_edit.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 #include "shell/Fr_main.h"
 
 #include <QApplication>

@@ -10,7 +10,7 @@
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
 #include "editor/textboxbas.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "shell/Fr_main.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 #include "bench/measure.h"
 #include "placement/Canvas.h"
 #include "placement/Form2.h"
-#include "platform/DropDownList.h"
+#include "platform/widgets/DropDownList.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -4,7 +4,7 @@
 #include "editor/comment_pass.h"
 #include "editor/keyword_scan.h"
 #include "editor/keyword_table.h"
-#include "platform/rtf.h"
+#include "platform/text/rtf.h"
 
 #include <benchmark/benchmark.h>
 

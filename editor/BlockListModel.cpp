@@ -1,6 +1,6 @@
 #include "editor/BlockListModel.h"
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 namespace blockhouse {
 

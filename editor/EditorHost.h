@@ -1,9 +1,9 @@
 // What an editor window needs from the program around it.
 #pragma once
 
-#include "platform/EntryList.h"
-#include "platform/units.h"
-#include "platform/window_handles.h"
+#include "platform/text/EntryList.h"
+#include "platform/text/units.h"
+#include "platform/widgets/window_handles.h"
 
 #include <QString>
 

@@ -2,10 +2,10 @@
 
 #include "editor/find_rules.h"
 #include "editor/textboxbas.h"
-#include "platform/codepage.h"
-#include "platform/controls.h"
-#include "platform/RichTextBox.h"
-#include "platform/units.h"
+#include "platform/richtext/RichTextBox.h"
+#include "platform/text/codepage.h"
+#include "platform/text/units.h"
+#include "platform/widgets/controls.h"
 
 #include <QCursor>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "editor/block_scan.h"
 
-#include "platform/codepage.h"
-#include "platform/FoldedSearch.h"
+#include "platform/text/codepage.h"
+#include "platform/text/FoldedSearch.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Finds the headers of a file's blocks: a block keyword, a blank, and the block's name up to the end of the line.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <array>
 #include <cstdint>

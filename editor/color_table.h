@@ -1,7 +1,7 @@
 // The colours that Rich Text Format source numbers.
 #pragma once
 
-#include "platform/Colour.h"
+#include "platform/text/Colour.h"
 
 #include <string_view>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "editor/find_rules.h"
 
-#include "platform/FoldedSearch.h"
+#include "platform/text/FoldedSearch.h"
 
 namespace blockhouse {
 

@@ -1,7 +1,7 @@
 // What the find panel looks for, and what its "Replace All" replaces.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <string>
 #include <string_view>

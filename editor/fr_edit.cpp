@@ -1,9 +1,9 @@
 #include "editor/fr_edit.h"
 
 #include "editor/BlockListModel.h"
-#include "platform/DropDownList.h"
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
+#include "platform/widgets/DropDownList.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>

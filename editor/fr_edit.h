@@ -2,13 +2,13 @@
 #pragma once
 
 #include "editor/block_scan.h"
-#include "platform/DropDownList.h"
 #include "editor/typing_assistance.h"
-#include "platform/MenuSource.h"
-#include "platform/PictureBox.h"
-#include "platform/Result.h"
-#include "platform/RichTextBox.h"
-#include "platform/window_handles.h"
+#include "platform/richtext/RichTextBox.h"
+#include "platform/text/Result.h"
+#include "platform/widgets/DropDownList.h"
+#include "platform/widgets/MenuSource.h"
+#include "platform/widgets/PictureBox.h"
+#include "platform/widgets/window_handles.h"
 
 #include <QMenu>
 #include <QToolBar>

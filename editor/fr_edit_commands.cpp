@@ -2,9 +2,9 @@
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
-#include "platform/DeletionHold.h"
-#include "platform/message_box.h"
-#include "platform/svg_icon.h"
+#include "platform/widgets/DeletionHold.h"
+#include "platform/widgets/message_box.h"
+#include "platform/widgets/svg_icon.h"
 
 // Resources of a static library are dropped by the linker unless asked for, and the macro wants global scope.
 static void keepResources() {

@@ -4,7 +4,7 @@
 #include "editor/fr_edit.h"
 #include "editor/navigation.h"
 #include "editor/textboxbas.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <QSignalBlocker>
 #include <QTimer>

@@ -4,10 +4,10 @@
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
 #include "editor/textboxbas.h"
-#include "platform/files.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/window_lock.h"
+#include "platform/system/files.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/message_box.h"
+#include "platform/widgets/window_lock.h"
 
 #include <QPointer>
 

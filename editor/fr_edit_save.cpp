@@ -1,9 +1,9 @@
 // Writing the text back.
 #include "editor/fr_edit.h"
 #include "editor/save_cut.h"
-#include "platform/files.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
+#include "platform/system/files.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/message_box.h"
 
 #include <QFile>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 // Finds every whole-word occurrence of any of a set of words in one walk over the text.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <array>
 #include <cstddef>

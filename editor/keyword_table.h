@@ -1,7 +1,7 @@
 // What a freshly opened document is coloured by: the block keywords and the two colours.
 #pragma once
 
-#include "platform/Colour.h"
+#include "platform/text/Colour.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // Finds many names in one walk over the text, which costs about the same however many they are.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <span>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include "editor/block_scan.h"
 #include "editor/name_search.h"
-#include "platform/codepage.h"
-#include "platform/FoldedSearch.h"
+#include "platform/text/codepage.h"
+#include "platform/text/FoldedSearch.h"
 
 #include <unordered_set>
 

@@ -1,7 +1,7 @@
 // Finds the places that the block list and the settings list jump to.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #include "editor/save_cut.h"
 
-#include "platform/FoldedSearch.h"
+#include "platform/text/FoldedSearch.h"
 
 namespace blockhouse {
 

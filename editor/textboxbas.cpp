@@ -3,9 +3,9 @@
 #include "editor/color_table.h"
 #include "editor/comment_pass.h"
 #include "editor/keyword_scan.h"
-#include "platform/RichTextBox.h"
-#include "platform/window_lock.h"
-#include "platform/yield.h"
+#include "platform/richtext/RichTextBox.h"
+#include "platform/widgets/window_lock.h"
+#include "platform/widgets/yield.h"
 
 #include <QPointer>
 

@@ -3,7 +3,7 @@
 // window or the box to outlive it: a pass whose box is destroyed while it serves events just ends.
 #pragma once
 
-#include "platform/Colour.h"
+#include "platform/text/Colour.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "editor/typing_assistance.h"
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <algorithm>
 #include <array>

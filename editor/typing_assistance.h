@@ -6,8 +6,8 @@
 // back, up to the ";" before that.
 #pragma once
 
-#include "platform/Colour.h"
-#include "platform/units.h"
+#include "platform/text/Colour.h"
+#include "platform/text/units.h"
 
 #include <cstddef>
 #include <string>

@@ -1,8 +1,8 @@
 // Looks for a text in the blocks of a file, each by itself: what crosses the boundary between two is not found.
 #pragma once
 
-#include "platform/FoldedSearch.h"
-#include "platform/units.h"
+#include "platform/text/FoldedSearch.h"
+#include "platform/text/units.h"
 
 #include <functional>
 #include <string_view>

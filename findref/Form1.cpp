@@ -1,6 +1,6 @@
 #include "findref/Form1.h"
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

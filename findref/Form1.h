@@ -1,7 +1,7 @@
 // The character-count window: how many characters the text in its box has, counted as the editor counts them.
 #pragma once
 
-#include "platform/RichTextBox.h"
+#include "platform/richtext/RichTextBox.h"
 
 #include <QLabel>
 #include <QWidget>

@@ -1,6 +1,6 @@
 #include "findref/HitList.h"
 
-#include "platform/paths.h"
+#include "platform/text/paths.h"
 
 namespace blockhouse {
 

@@ -1,7 +1,7 @@
 // What a search has found, in the order it was found.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <string>
 #include <vector>

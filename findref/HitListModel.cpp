@@ -1,6 +1,6 @@
 #include "findref/HitListModel.h"
 
-#include "platform/message_box.h"
+#include "platform/widgets/message_box.h"
 
 namespace blockhouse {
 

@@ -1,7 +1,7 @@
 #include "findref/ReferenceSearch.h"
 
-#include "platform/files.h"
-#include "platform/paths.h"
+#include "platform/system/files.h"
+#include "platform/text/paths.h"
 
 #include <utility>
 
@@ -50,7 +50,7 @@ bool ReferenceSearch::listDirectory() {
     if (directory_ > Dirs_.count())
         return false;
     path_ = Dirs_.item(directory_);
-    Result<std::vector<std::string>> files = listFiles(path_, searchedFiles);
+    Result<std::vector<std::string>> files = fileNamesIn(path_, searchedFiles);
     if (!files)
         return false;
     files_ = std::move(files).value();

@@ -5,8 +5,8 @@
 
 #include "findref/BlockSearch.h"
 #include "findref/HitList.h"
-#include "platform/EntryList.h"
-#include "platform/FileReader.h"
+#include "platform/system/FileReader.h"
+#include "platform/text/EntryList.h"
 
 #include <optional>
 #include <string>

@@ -2,11 +2,11 @@
 
 #include "findref/HitListModel.h"
 #include "findref/ReferenceSearch.h"
-#include "platform/codepage.h"
-#include "platform/controls.h"
-#include "platform/DeletionHold.h"
-#include "platform/window_handles.h"
-#include "platform/yield.h"
+#include "platform/text/codepage.h"
+#include "platform/widgets/controls.h"
+#include "platform/widgets/DeletionHold.h"
+#include "platform/widgets/window_handles.h"
+#include "platform/widgets/yield.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

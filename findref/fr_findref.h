@@ -3,8 +3,8 @@
 #pragma once
 
 #include "findref/HitList.h"
-#include "platform/EntryList.h"
-#include "platform/PictureBox.h"
+#include "platform/text/EntryList.h"
+#include "platform/widgets/PictureBox.h"
 
 #include <QElapsedTimer>
 #include <QLabel>

@@ -1,7 +1,7 @@
 // The word a caret stands in, as the reference search takes it from an editor's text.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <optional>
 #include <string_view>

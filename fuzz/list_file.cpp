@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const std::string& field : fields)
         if (isPlain(field))
             plain.add(field);
-    const EntryList again = fieldsOf(listFileText(plain));
+    const EntryList again = fieldsOf(writtenList(plain));
     require(std::equal(plain.begin(), plain.end(), again.begin(), again.end()), "a plain list does not come back");
     return 0;
 }

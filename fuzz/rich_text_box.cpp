@@ -2,7 +2,7 @@
 // what the box itself showed after each step.
 #include "editor/comment_pass.h"
 #include "fuzz/target.h"
-#include "platform/RichTextBox.h"
+#include "platform/richtext/RichTextBox.h"
 
 #include <QApplication>
 

@@ -2,7 +2,7 @@
 // pieces, also after the comment pass went over it.
 #include "editor/comment_pass.h"
 #include "fuzz/target.h"
-#include "platform/rtf.h"
+#include "platform/text/rtf.h"
 
 using namespace blockhouse;
 using fuzz::require;

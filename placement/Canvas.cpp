@@ -1,6 +1,6 @@
 #include "placement/Canvas.h"
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -2,12 +2,12 @@
 
 #include "placement/Canvas.h"
 #include "placement/location_line.h"
-#include "platform/codepage.h"
-#include "platform/DropDownList.h"
-#include "platform/files.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/window_handles.h"
+#include "platform/system/files.h"
+#include "platform/text/codepage.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/DropDownList.h"
+#include "platform/widgets/message_box.h"
+#include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>
 #include <QFile>

@@ -2,8 +2,8 @@
 #include "placement/Canvas.h"
 #include "placement/Form2.h"
 #include "placement/structure_colour.h"
-#include "platform/controls.h"
-#include "platform/DropDownList.h"
+#include "platform/widgets/controls.h"
+#include "platform/widgets/DropDownList.h"
 
 #include <QAction>
 #include <QMenu>

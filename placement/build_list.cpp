@@ -2,7 +2,7 @@
 
 #include "placement/line_end.h"
 #include "placement/structure_colour.h"
-#include "platform/FoldedSearch.h"
+#include "platform/text/FoldedSearch.h"
 
 #include <algorithm>
 #include <charconv>

@@ -6,8 +6,8 @@
 #pragma once
 
 #include "placement/canvas_units.h"
-#include "platform/Colour.h"
-#include "platform/units.h"
+#include "platform/text/Colour.h"
+#include "platform/text/units.h"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 // y downwards, 1000 units either way.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 namespace blockhouse {
 

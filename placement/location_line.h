@@ -2,7 +2,7 @@
 #pragma once
 
 #include "placement/canvas_units.h"
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <optional>
 #include <string>

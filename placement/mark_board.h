@@ -7,7 +7,7 @@
 
 #include "placement/build_list.h"
 #include "placement/canvas_units.h"
-#include "platform/Colour.h"
+#include "platform/text/Colour.h"
 
 #include <cstddef>
 #include <optional>

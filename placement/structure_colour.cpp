@@ -1,6 +1,6 @@
 #include "placement/structure_colour.h"
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <algorithm>
 #include <array>

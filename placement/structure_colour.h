@@ -1,7 +1,7 @@
 // The colours by which the placement canvas tells kinds of structures apart.
 #pragma once
 
-#include "platform/Colour.h"
+#include "platform/text/Colour.h"
 
 #include <string_view>
 

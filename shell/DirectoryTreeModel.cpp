@@ -1,7 +1,7 @@
 #include "shell/DirectoryTreeModel.h"
 
-#include "platform/files.h"
-#include "platform/message_box.h"
+#include "platform/system/files.h"
+#include "platform/widgets/message_box.h"
 
 namespace blockhouse {
 namespace {
@@ -19,7 +19,7 @@ void DirectoryTreeModel::addDirectory(const std::string& entry) {
     const std::string path = directoryPath(entry);
     if (path.empty())
         return;
-    const Result<std::vector<std::string>> names = listFiles(path);
+    const Result<std::vector<std::string>> names = fileNamesIn(path);
     if (!names.ok())
         return;
     DirectoryTree::Addition addition = tree_.add(path, names.value());

@@ -3,7 +3,7 @@
 // `jumps` holds the setting names that the editors jump to; it belongs to the main window.
 #pragma once
 
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 
 namespace blockhouse {
 

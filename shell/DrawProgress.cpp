@@ -1,8 +1,8 @@
 #include "shell/DrawProgress.h"
 
-#include "platform/Colour.h"
-#include "platform/units.h"
-#include "platform/yield.h"
+#include "platform/text/Colour.h"
+#include "platform/text/units.h"
+#include "platform/widgets/yield.h"
 #include "shell/Percent.h"
 
 #include <QFontMetricsF>

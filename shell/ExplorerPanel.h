@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 #include <QTimer>
 #include <QWidget>

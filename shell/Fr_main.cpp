@@ -1,9 +1,9 @@
 #include "shell/Fr_main.h"
 
-#include "platform/files.h"
-#include "platform/FoldedSearch.h"
-#include "platform/message_box.h"
-#include "platform/yield.h"
+#include "platform/system/files.h"
+#include "platform/text/FoldedSearch.h"
+#include "platform/widgets/message_box.h"
+#include "platform/widgets/yield.h"
 #include "shell/artwork.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/DirectoryView.h"
@@ -40,7 +40,7 @@ void readList(const std::string& path, EntryList& list, GoOn goOn) {
 
 } // namespace
 
-Fr_main::Fr_main(EntryList& Dirs, ListFiles files)
+Fr_main::Fr_main(EntryList& Dirs, ApplicationFolder files)
     : Toolbar1(new WindowBar(this)), picPlane(new ExplorerPanel(this)), Tree1(picPlane->tree()),
       mnu_fileex(new QAction(this)), Dirs_(Dirs), files_(std::move(files)), mdiArea_(new QMdiArea(this)) {
     setObjectName(QStringLiteral("Fr_main"));

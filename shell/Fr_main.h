@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 #include "shell/application_folder.h"
 #include "shell/ExplorerPanel.h"
 #include "shell/WindowBar.h"
@@ -23,7 +23,7 @@ class Fr_main : public QMainWindow {
 
 public:
     // `Dirs` is filled by load() and loaddirs() and must outlive the window.
-    Fr_main(EntryList& Dirs, ListFiles files);
+    Fr_main(EntryList& Dirs, ApplicationFolder files);
     ~Fr_main() override;
 
     // Reads both list files and fills the tree; without a directory list it hides the panel and asks for the directory
@@ -91,7 +91,7 @@ private:
     void showMenusOfActiveWindow();
 
     EntryList& Dirs_;
-    ListFiles files_;
+    ApplicationFolder files_;
     QMdiArea* mdiArea_;
     QList<QAction*> ownMenus_; // the menu bar while no child window brings menus
     std::vector<Announcement> announcements_;

@@ -1,7 +1,7 @@
 #include "shell/Splash.h"
 
-#include "platform/message_box.h"
-#include "platform/units.h"
+#include "platform/text/units.h"
+#include "platform/widgets/message_box.h"
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
 

@@ -1,6 +1,6 @@
 #include "shell/WindowBar.h"
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
 

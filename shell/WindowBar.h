@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/window_handles.h"
+#include "platform/widgets/window_handles.h"
 
 #include <QToolBar>
 

@@ -1,15 +1,15 @@
 #include "shell/application_folder.h"
 
-#include "platform/files.h"
-#include "platform/installation.h"
-#include "platform/paths.h"
+#include "platform/system/files.h"
+#include "platform/system/installation.h"
+#include "platform/text/paths.h"
 
 #include <filesystem>
 #include <system_error>
 
 namespace blockhouse {
 
-std::string ListFiles::readPath(std::string_view name) const {
+std::string ApplicationFolder::readPath(std::string_view name) const {
     const std::string own = joinPath(folder_, name);
     if (fallback_.empty() || FileExists(own))
         return own;
@@ -17,16 +17,17 @@ std::string ListFiles::readPath(std::string_view name) const {
     return FileExists(shipped) ? shipped : own;
 }
 
-std::string ListFiles::writePath(std::string_view name) const {
+std::string ApplicationFolder::writePath(std::string_view name) const {
     std::error_code ignored;
     std::filesystem::create_directories(folder_, ignored);
     return joinPath(folder_, name);
 }
 
-ListFiles listFilesOf(std::string programFolder, bool programFolderIsWritable, std::string userDataFolder) {
+ApplicationFolder applicationFolderOf(std::string programFolder, bool programFolderIsWritable,
+                                      std::string userDataFolder) {
     // An administrator, or the owner of a private prefix, could write to a folder of programs, and should not.
     if (programFolderIsWritable && !isInstalled(programFolder))
-        return ListFiles(std::move(programFolder));
+        return ApplicationFolder(std::move(programFolder));
     return {std::move(userDataFolder), std::move(programFolder)};
 }
 

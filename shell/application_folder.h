@@ -6,13 +6,14 @@
 
 namespace blockhouse {
 
-class ListFiles {
+class ApplicationFolder {
 public:
     // Everything is read and written in `folder`.
-    explicit ListFiles(std::string folder) : folder_(std::move(folder)) {}
+    explicit ApplicationFolder(std::string folder) : folder_(std::move(folder)) {}
 
     // As above, but a file that is not in `folder` and is in `fallback` is read from there.
-    ListFiles(std::string folder, std::string fallback) : folder_(std::move(folder)), fallback_(std::move(fallback)) {}
+    ApplicationFolder(std::string folder, std::string fallback)
+        : folder_(std::move(folder)), fallback_(std::move(fallback)) {}
 
     [[nodiscard]] const std::string& folder() const { return folder_; }
 
@@ -28,7 +29,7 @@ private:
 
 // The application folder is the folder that holds the program. A program that was installed, or that lies where its
 // user may not write, keeps its lists in the user's data folder, and starts from those that came with it.
-[[nodiscard]] ListFiles listFilesOf(std::string programFolder, bool programFolderIsWritable,
-                                    std::string userDataFolder);
+[[nodiscard]] ApplicationFolder applicationFolderOf(std::string programFolder, bool programFolderIsWritable,
+                                                    std::string userDataFolder);
 
 } // namespace blockhouse

@@ -1,6 +1,6 @@
 #include "shell/artwork.h"
 
-#include "platform/svg_icon.h"
+#include "platform/widgets/svg_icon.h"
 
 #include <qglobal.h>
 

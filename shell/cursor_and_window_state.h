@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/units.h"
-#include "platform/window_handles.h"
+#include "platform/text/units.h"
+#include "platform/widgets/window_handles.h"
 
 namespace blockhouse {
 

@@ -1,6 +1,6 @@
 #include "shell/directory_tree.h"
 
-#include "platform/paths.h"
+#include "platform/text/paths.h"
 
 #include <algorithm>
 #include <filesystem>

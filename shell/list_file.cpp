@@ -44,7 +44,7 @@ void ListFileReader::leaveField() {
     }
 }
 
-std::string listFileText(const EntryList& entries) {
+std::string writtenList(const EntryList& entries) {
     std::string text;
     for (const std::string& entry : entries)
         text.append(entry).append("\r\n");

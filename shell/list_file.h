@@ -10,7 +10,7 @@
 //   the rest NULs, tabs and high bytes are text like any other.
 #pragma once
 
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 
 #include <optional>
 #include <string>
@@ -42,7 +42,7 @@ private:
 };
 
 // What the list is written as: every entry, unquoted, followed by CR LF.
-[[nodiscard]] std::string listFileText(const EntryList& entries);
+[[nodiscard]] std::string writtenList(const EntryList& entries);
 
 inline constexpr const char* directoryListFile = "Dirs.lst";
 inline constexpr const char* jumpListFile = "jumps.lst";

@@ -1,6 +1,6 @@
 // The main window's menus, and whose menus its menu bar shows.
-#include "platform/MenuSource.h"
-#include "platform/message_box.h"
+#include "platform/widgets/MenuSource.h"
+#include "platform/widgets/message_box.h"
 #include "shell/Fr_main.h"
 
 #include <QAction>

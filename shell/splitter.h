@@ -1,7 +1,7 @@
 // How wide the panel at the main window's right edge becomes while its left edge is dragged.
 #pragma once
 
-#include "platform/units.h"
+#include "platform/text/units.h"
 
 namespace blockhouse {
 

@@ -1,7 +1,7 @@
 #include "tools/DirectoryList.h"
 
-#include "platform/files.h"
-#include "platform/message_box.h"
+#include "platform/system/files.h"
+#include "platform/widgets/message_box.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -70,7 +70,7 @@ DirectoryList::DirectoryList(QWidget* parent) : QListView(parent), rows_(new Row
 }
 
 bool DirectoryList::walkTo(const std::string& folder) {
-    const Result<std::vector<std::string>> folders = listFolders(folder);
+    const Result<std::vector<std::string>> folders = folderNamesIn(folder);
     if (!folders) {
         Q_EMIT refused(displayed(folder), QString::fromStdString(folders.error().cause));
         return false;

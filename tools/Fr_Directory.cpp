@@ -1,9 +1,9 @@
 #include "tools/Fr_Directory.h"
 
-#include "platform/controls.h"
-#include "platform/message_box.h"
-#include "platform/paths.h"
-#include "platform/volumes.h"
+#include "platform/system/volumes.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/controls.h"
+#include "platform/widgets/message_box.h"
 #include "tools/PathLabel.h"
 
 #include <QCloseEvent>

@@ -1,8 +1,8 @@
 #include "tools/Fr_options.h"
 
-#include "platform/codepage.h"
-#include "platform/controls.h"
-#include "platform/message_box.h"
+#include "platform/text/codepage.h"
+#include "platform/widgets/controls.h"
+#include "platform/widgets/message_box.h"
 #include "tools/shown_entry.h"
 
 #include <QCloseEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #include "tools/folder_rows.h"
 
-#include "platform/paths.h"
+#include "platform/text/paths.h"
 
 namespace blockhouse {
 namespace {

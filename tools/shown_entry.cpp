@@ -1,6 +1,6 @@
 #include "tools/shown_entry.h"
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 namespace blockhouse {
 

@@ -3,7 +3,7 @@
 #include "editor/fr_edit.h"
 #include "findref/fr_findref.h"
 #include "placement/Form2.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/SystemFault.h"

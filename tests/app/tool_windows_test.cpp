@@ -4,7 +4,7 @@
 #include "findref/Form1.h"
 #include "findref/fr_findref.h"
 #include "placement/Form2.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"

@@ -8,6 +8,7 @@
 # which sources are text rules. Then:
 #   - what a rules source includes, directly or not, is no Qt header and belongs to no windows source;
 #   - a folder includes itself and platform only; platform includes itself only; app includes any folder;
+#   - what is written for one operating system (platform/system/<system>/) is included only from beside it;
 #   - no header includes itself by a detour.
 set -euo pipefail
 export LC_ALL=C
@@ -92,6 +93,9 @@ find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' \) | sort |
         from = folder_of(file); to = folder_of(target)
         if (from != to && from != "app" && (from == "platform" || to != "platform"))
           complain("wrong direction: " file " includes " target)
+        twin = target
+        if (twin ~ /^platform\/system\/[^\/]+\// && sub(/[^\/]*$/, "", twin) && index(file, twin) != 1)
+          complain("one operating system only: " file " includes " target)
       }
       for (file in rules_source) {
         if (!(file in known)) complain("a rules source that is not there: " file)

@@ -72,6 +72,14 @@ echo '#include "editor/host.h"' >>shell/window.cpp
 expect 'wrong direction: shell/window.cpp includes editor/host.h' 'two folders side by side'
 
 sound_tree
+mkdir -p platform/system/posix
+echo 'int descriptor();' >platform/system/posix/descriptor.h
+echo '#include "platform/system/posix/descriptor.h"' >platform/system/posix/files.cpp
+expect '' 'the files of one operating system among themselves'
+echo '#include "platform/system/posix/descriptor.h"' >>platform/text.cpp
+expect 'one operating system only: platform/text.cpp includes' 'a neutral file with one operating system'"'"'s header'
+
+sound_tree
 echo '#include "app/parts.h"' >>shell/window.cpp
 touch app/parts.h
 expect 'wrong direction: shell/window.cpp includes app/parts.h' 'a folder including the program'

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/keyword_table.h"
-#include "platform/RichTextBox.h"
+#include "platform/richtext/RichTextBox.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 // The editor window's commands, driven through its menus, lists and buttons.
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "tests/editor/FakeHost.h"
 #include "tests/support/TempFolder.h"
 

@@ -1,6 +1,6 @@
 #include "editor/block_scan.h"
 #include "editor/navigation.h"
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 #include "tests/editor/random_text.h"
 #include "tests/editor/slow_navigation.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/block_scan.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <algorithm>
 #include <optional>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "editor/navigation.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <algorithm>
 #include <string>

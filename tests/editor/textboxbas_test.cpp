@@ -1,5 +1,5 @@
 #include "editor/textboxbas.h"
-#include "platform/window_lock.h"
+#include "platform/widgets/window_lock.h"
 #include "tests/editor/box_look.h"
 
 #include <gtest/gtest.h>

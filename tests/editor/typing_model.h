@@ -3,7 +3,7 @@
 #pragma once
 
 #include "editor/typing_assistance.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <algorithm>
 #include <map>

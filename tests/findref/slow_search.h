@@ -1,7 +1,7 @@
 // The search once more, slow and obvious: every block read and searched alone, one position after the other.
 #pragma once
 
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <string>
 

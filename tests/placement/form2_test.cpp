@@ -1,8 +1,8 @@
 #include "placement/Canvas.h"
 #include "placement/Form2.h"
 #include "placement/location_line.h"
-#include "platform/DropDownList.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
+#include "platform/widgets/DropDownList.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "placement/build_list.h"
-#include "platform/codepage.h"
+#include "platform/text/codepage.h"
 
 #include <cmath>
 #include <cstdlib>

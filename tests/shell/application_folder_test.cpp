@@ -8,7 +8,7 @@ namespace {
 
 TEST(ApplicationFolder, AWritableProgramFolderHoldsTheLists) {
     const TempFolder temp;
-    const ListFiles files = listFilesOf(temp.folder("program"), true, temp.path("user"));
+    const ApplicationFolder files = applicationFolderOf(temp.folder("program"), true, temp.path("user"));
     temp.file("user/Dirs.lst");
     EXPECT_EQ(files.readPath("Dirs.lst"), temp.path("program/Dirs.lst")) << "even when another lies elsewhere";
     EXPECT_EQ(files.writePath("Dirs.lst"), temp.path("program/Dirs.lst"));
@@ -16,7 +16,7 @@ TEST(ApplicationFolder, AWritableProgramFolderHoldsTheLists) {
 
 TEST(ApplicationFolder, AnInstalledProgramReadsItsOwnListsUntilTheUserHasOnes) {
     const TempFolder temp;
-    const ListFiles files = listFilesOf(temp.folder("program"), false, temp.path("user/data"));
+    const ApplicationFolder files = applicationFolderOf(temp.folder("program"), false, temp.path("user/data"));
     EXPECT_EQ(files.readPath("Dirs.lst"), temp.path("user/data/Dirs.lst"));
     temp.file("program/Dirs.lst");
     EXPECT_EQ(files.readPath("Dirs.lst"), temp.path("program/Dirs.lst"));
@@ -31,7 +31,7 @@ TEST(ApplicationFolder, AnInstalledProgramReadsItsOwnListsUntilTheUserHasOnes) {
 TEST(ApplicationFolder, AnInstalledProgramKeepsNoListsInAFolderOfPrograms) {
     const TempFolder temp;
     temp.file("prefix/share/applications/blockhouse.desktop");
-    const ListFiles files = listFilesOf(temp.folder("prefix/bin"), true, temp.path("user"));
+    const ApplicationFolder files = applicationFolderOf(temp.folder("prefix/bin"), true, temp.path("user"));
     EXPECT_EQ(files.writePath("Dirs.lst"), temp.path("user/Dirs.lst")) << "though its user could write there";
 }
 

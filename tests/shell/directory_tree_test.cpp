@@ -1,4 +1,4 @@
-#include "platform/paths.h"
+#include "platform/text/paths.h"
 #include "shell/directory_tree.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/PictureBox.h"
+#include "platform/widgets/PictureBox.h"
 #include "shell/DrawProgress.h"
 
 #include <gtest/gtest.h>

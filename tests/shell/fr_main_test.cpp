@@ -1,4 +1,4 @@
-#include "platform/MenuSource.h"
+#include "platform/widgets/MenuSource.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/Fr_main.h"
 #include "shell/list_file.h"
@@ -84,7 +84,7 @@ protected:
 
     TempFolder temp_;
     EntryList Dirs_;
-    std::unique_ptr<Fr_main> main_ = std::make_unique<Fr_main>(Dirs_, ListFiles(temp_.path()));
+    std::unique_ptr<Fr_main> main_ = std::make_unique<Fr_main>(Dirs_, ApplicationFolder(temp_.path()));
     std::string chosen_; // paths announced, one after the other
     QString question_;
 };
@@ -96,7 +96,7 @@ TEST_F(FrMain, LoadsBothListsAndTheTree) {
     loadAndShow();
     EXPECT_EQ(Dirs_.count(), 5);
     EXPECT_EQ(tree(), "ini: AiData.INI tank.ini tank.ini\nempty:\n");
-    EXPECT_EQ(listFileText(main_->jumps), "Side\r\nArmor\r\n\r\n");
+    EXPECT_EQ(writtenList(main_->jumps), "Side\r\nArmor\r\n\r\n");
     EXPECT_TRUE(main_->explorerVisible() && main_->mnu_fileex->isChecked());
     EXPECT_EQ(main_->windowTitle(), QStringLiteral("Project"));
     EXPECT_EQ(main_->size(), QSize(519, 437));

@@ -60,14 +60,14 @@ TEST(ListFile, SplitsLinesAndFields) {
 
 TEST(ListFile, WhatIsWrittenIsReadBackSaveForTheFormatsLimits) {
     const Fields plain{"/home/me/data", "C:\\Data\\Ini", "", "Side"};
-    EXPECT_EQ(listFileText(listOf(plain)), "/home/me/data\r\nC:\\Data\\Ini\r\n\r\nSide\r\n");
-    EXPECT_EQ(read(listFileText(listOf(plain))), plain);
+    EXPECT_EQ(writtenList(listOf(plain)), "/home/me/data\r\nC:\\Data\\Ini\r\n\r\nSide\r\n");
+    EXPECT_EQ(read(writtenList(listOf(plain))), plain);
 
     const std::string alone = "Armor\r\n";
-    EXPECT_EQ(listFileText(listOf({alone})), "Armor\r\n\r\n");
-    EXPECT_EQ(read(listFileText(listOf({alone}))), (Fields{"Armor", ""}));
+    EXPECT_EQ(writtenList(listOf({alone})), "Armor\r\n\r\n");
+    EXPECT_EQ(read(writtenList(listOf({alone}))), (Fields{"Armor", ""}));
 
-    EXPECT_EQ(listFileText(EntryList()), "");
+    EXPECT_EQ(writtenList(EntryList()), "");
     const std::string enormous(3'000'000, 'x');
     EXPECT_EQ(read('"' + enormous + ",\",y"), (Fields{enormous + ",", "y"}));
 }

@@ -44,7 +44,7 @@ protected:
     }
 
     EntryList Dirs_;
-    Fr_main main_{Dirs_, ListFiles("/nowhere")};
+    Fr_main main_{Dirs_, ApplicationFolder("/nowhere")};
     QList<QMdiSubWindow*> frames_;
 };
 

@@ -1,7 +1,7 @@
 // A list as one line of text.
 #pragma once
 
-#include "platform/EntryList.h"
+#include "platform/text/EntryList.h"
 
 #include <string>
 

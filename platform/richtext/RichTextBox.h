@@ -1,0 +1,232 @@
+// The rich-text box: plain text in the documents' code page, a text colour and a background for every character,
+// undo that brings colours back, and the calls of a classic edit control.
+//
+// Positions are characters of the single-byte text counted from 0 (CR LF is two); a position beyond the text means
+// its end. Colours are 0x00BBGGRR. Line ends, NULs and high bytes are kept as they are. Text set as a whole cannot
+// be undone. Colours belong to the characters: setting them neither counts as a change nor can be undone.
+#pragma once
+
+#include "platform/richtext/StyleHistory.h"
+#include "platform/richtext/StyleTable.h"
+#include "platform/text/Colour.h"
+#include "platform/text/rtf.h"
+#include "platform/text/units.h"
+
+#include <Qsci/qsciscintillabase.h>
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace blockhouse {
+
+class RichTextBox : public QsciScintillaBase {
+    Q_OBJECT
+
+public:
+    using Position = std::ptrdiff_t;
+
+    explicit RichTextBox(QWidget* parent = nullptr);
+
+    // --- Whole text -------------------------------------------------------------------------------------------
+    [[nodiscard]] std::string text() const;
+    // Everything in the default colours, caret at the start, nothing to undo.
+    void setText(std::string_view bytes);
+    [[nodiscard]] Position textLength() const;
+    // The characters of [start, start + length).
+    [[nodiscard]] std::string textAt(Position start, Position length) const;
+
+    [[nodiscard]] bool contains(char character) const;
+
+    [[nodiscard]] std::string rtf() const;
+    // The groups before the body, colour table included; costs nothing whatever the text's length. The table lists
+    // every colour that some text of this box has had since the box was made.
+    [[nodiscard]] std::string rtfHeader() const;
+    // As setText(), with the colours the source gives.
+    void setRtf(std::string_view source);
+    // As setRtf(edit(rtf())) for an edit that treats every line of the source by itself. It is handed the source in
+    // blocks of whole lines, their ends included, so that a large text never has its source in memory as a whole.
+    void editRtfLines(const std::function<std::string(std::string_view)>& edit);
+    // The whole text, uncopied, as long as every character of it is ASCII; nothing otherwise. Until the next change.
+    [[nodiscard]] std::optional<std::string_view> asciiText() const;
+
+    // --- Selection --------------------------------------------------------------------------------------------
+    [[nodiscard]] Position selStart() const;
+    // Empties the selection. A caret between CR and LF goes before the CR, so that typing never splits the pair;
+    // a setSelLength() right after still counts from `position`.
+    void setSelStart(Position position);
+    [[nodiscard]] Position selLength() const;
+    void setSelLength(Position length);
+    // The end of the selection that moves; selStart() when nothing is selected.
+    [[nodiscard]] Position caret() const;
+    [[nodiscard]] std::string selText() const;
+    // Replaces the selection in one undo step; the caret ends after the new text, which takes the selection's colour.
+    void setSelText(std::string_view bytes);
+
+    // Replaces many ranges, ordered and apart from each other, in one undo step. Each new text takes the colour of the
+    // first character that it replaces. Nothing is selected then, and the caret stands after the first one.
+    void replaceRanges(std::span<const TextRange> ranges, std::string_view bytes);
+
+    // Text colour of the selection's first character; without a selection, of what is typed next.
+    [[nodiscard]] Colour selColor() const;
+    void setSelColor(Colour colour);
+    [[nodiscard]] Colour textColorAt(Position position) const;
+    // White where the text has no background of its own.
+    [[nodiscard]] Colour backgroundAt(Position position) const;
+    // Many ranges at once: ordered by start; they may overlap. Selection and typing colour stay as they are.
+    void setTextColor(std::span<const TextRange> ranges, Colour colour);
+
+    // --- Find -------------------------------------------------------------------------------------------------
+    // Ignores case; selects the match and returns its position, or -1 and changes nothing. Without a start the
+    // selection is searched if there is one, else the whole text; with a start, from there to the text's end.
+    Position find(std::string_view what);
+    Position find(std::string_view what, Position start);
+
+    // --- Edit-control messages --------------------------------------------------------------------------------
+    enum class ScrollStep { LineUp = 0, LineDown = 1, PageUp = 2, PageDown = 3 };
+    void scroll(ScrollStep step);
+    void scrollLines(Position characters, Position lines);
+    [[nodiscard]] Position lineCount() const;
+    // Line of the caret, or of the selection's start.
+    [[nodiscard]] Position currentLine() const;
+    [[nodiscard]] Position firstVisibleLine() const;
+
+    // --- Places on the screen ---------------------------------------------------------------------------------
+    // In the viewport's coordinates, wherever the view is scrolled to.
+    [[nodiscard]] QRect characterRect(Position position) const;
+    // The character nearest to a point of the viewport.
+    [[nodiscard]] Position positionAt(QPoint point) const;
+    void scrollIntoView(Position start, Position end);
+
+    // --- Editing ----------------------------------------------------------------------------------------------
+    void undo();
+    void redo();
+    // Plain text. Pasted line ends become the document's prevailing kind.
+    void copy();
+    void cut();
+    void paste();
+
+    // Keeps the top of the box free of text, for a control that reaches into it.
+    void setTopMargin(Pixels height);
+
+    // Called for every key press before the box or a menu shortcut acts on it; true cancels the key.
+    using KeyDown = std::function<bool(const QKeyEvent&)>;
+
+    void setKeyDown(KeyDown handler) { keyDown_ = std::move(handler); }
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+Q_SIGNALS:
+    // The text has changed; the new text can be read.
+    void changed();
+    // Before the box acts on the button. `position` is in the viewport's coordinates.
+    void mouseDown(Qt::MouseButton button, QPoint position);
+    // The keyboard asked for the pop-up menu, to be shown at this place on the screen.
+    void menuKeyPressed(QPoint globalPosition);
+    // Something typed, pasted or dropped held characters that the code page lacks: they became "?".
+    void charactersReplaced() const;
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
+    QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override;
+
+private:
+    // Scintilla's own positions are bytes of a UTF-8 document.
+    using BytePosition = long;
+    long send(unsigned message, long first = 0, long second = 0) const;
+    long sendText(unsigned message, std::string_view bytes) const;
+    [[nodiscard]] bool everyCharacterIsOneByte() const;
+    [[nodiscard]] BytePosition byteOf(Position position) const;
+    [[nodiscard]] Position characterOf(BytePosition byte) const;
+    [[nodiscard]] std::string_view rawText(BytePosition start, BytePosition length) const;
+    [[nodiscard]] BytePosition rawLength() const;
+
+    void setUpView();
+    void setUpKeys();
+    void listenForEdits(bool on);
+    [[nodiscard]] rtf::SourceWriter::NextRun colourRuns() const;
+    // Makes `bytes` the whole document, unless it is that already.
+    void load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText = false);
+    void replaceDocument(std::string_view bytes);
+    void styleDocument(std::string_view bytes, std::span<const rtf::ColourRun> runs);
+
+    struct ByteSpan {
+        BytePosition first;
+        BytePosition last; // not included
+    };
+
+    // Ordered and apart; empty ranges left out.
+    [[nodiscard]] std::vector<ByteSpan> joined(std::span<const TextRange> ranges) const;
+    [[nodiscard]] int styleAt(BytePosition byte) const;
+    void readStyles(BytePosition start, std::span<unsigned char> styles) const;
+    void writeStyles(BytePosition start, std::span<const unsigned char> styles);
+    int styleNumber(ColourPair colours);
+
+    void onModified(BytePosition position, int type, BytePosition length);
+
+    struct PendingStyles {
+        BytePosition at;
+        StyleRuns styles;
+        std::optional<int> furtherLines; // the style of what follows the first line break, if it has one of its own
+    };
+
+    [[nodiscard]] PendingStyles stylesForInsertion(BytePosition at, BytePosition length);
+    // Gives the text of the last insertion its styles.
+    void settleStyles() const;
+    void refreshLineIndex();
+    // settleStyles(), and says that the text changed if it did.
+    void settleEdit();
+
+    [[nodiscard]] bool isInsideLineBreak(BytePosition byte) const;
+    void prepareForInput();
+    [[nodiscard]] bool runKeyDown(const QKeyEvent& event);
+    [[nodiscard]] bool actOnClipboardKey(const QKeyEvent& event);
+    void insertOverSelection(std::string_view utf8);
+    [[nodiscard]] std::string encodedForInsertion(const QString& text) const;
+    [[nodiscard]] Position findIn(std::string_view what, Position start, Position end);
+
+    StyleTable styles_;
+    StyleHistory history_;
+    KeyDown keyDown_;
+
+    struct TypingColour {
+        BytePosition at;
+        Colour colour;
+    };
+
+    std::optional<TypingColour> typing_; // holds while the caret stays at `at`
+
+    mutable std::optional<PendingStyles>
+        pending_;                           // an insertion that Scintilla has announced but we have not styled yet
+    mutable bool lineIndexIsStale_ = false; // an edit took a CR LF apart or put one together
+    bool textChanged_ = false;              // not announced yet
+    bool composing_ = false;                // an input method shows text that is not committed
+
+    std::optional<Position> requestedStart_; // of a setSelStart() that had to be moved out of a CR LF
+
+    struct SeenPress {
+        int key;
+        bool cancelled;
+    };
+
+    std::optional<SeenPress> seenPress_; // the hook has seen this press as a possible shortcut already
+
+    BytePosition plainFrom_ = 0; // from here on every character is known to have style 0
+
+    std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
+};
+
+} // namespace blockhouse

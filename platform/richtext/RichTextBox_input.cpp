@@ -1,0 +1,317 @@
+// Keys, mouse, input methods, clipboard and drops: everything that comes in is brought into the code page first.
+#include "platform/richtext/RichTextBox.h"
+#include "platform/text/codepage.h"
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace blockhouse {
+namespace {
+
+QString decoded(std::string_view bytes) {
+    return QString::fromStdString(codepage::toUtf8(bytes));
+}
+
+std::string withLineEnds(std::string_view text, std::string_view lineEnd) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' || text[i] == '\n') {
+            result += lineEnd;
+            if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+                ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+// Ctrl and Alt together are the right Alt key of some keyboards, which types text.
+bool isCommand(const QKeyEvent& event) {
+    return event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier) ||
+           event.modifiers().testFlag(Qt::MetaModifier);
+}
+
+bool typesText(const QKeyEvent& event) {
+    return !isCommand(event) && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+// Without the modifiers that would start a rectangular selection.
+QMouseEvent plainDrag(const QMouseEvent& event) {
+    return {event.type(),
+            event.position(),
+            event.scenePosition(),
+            event.globalPosition(),
+            event.button(),
+            event.buttons(),
+            event.modifiers() & ~(Qt::ControlModifier | Qt::AltModifier),
+            event.pointingDevice()};
+}
+
+} // namespace
+
+void RichTextBox::setUpKeys() {
+    struct Key {
+        int key;
+        int command;
+    };
+
+    constexpr int shift = SCMOD_SHIFT << 16;
+    constexpr int control = SCMOD_CTRL << 16;
+    constexpr Key keys[] = {
+        {SCK_LEFT, SCI_CHARLEFT},
+        {SCK_LEFT | shift, SCI_CHARLEFTEXTEND},
+        {SCK_LEFT | control, SCI_WORDLEFT},
+        {SCK_LEFT | control | shift, SCI_WORDLEFTEXTEND},
+        {SCK_RIGHT, SCI_CHARRIGHT},
+        {SCK_RIGHT | shift, SCI_CHARRIGHTEXTEND},
+        {SCK_RIGHT | control, SCI_WORDRIGHT},
+        {SCK_RIGHT | control | shift, SCI_WORDRIGHTEXTEND},
+        {SCK_UP, SCI_LINEUP},
+        {SCK_UP | shift, SCI_LINEUPEXTEND},
+        {SCK_UP | control, SCI_LINESCROLLUP},
+        {SCK_DOWN, SCI_LINEDOWN},
+        {SCK_DOWN | shift, SCI_LINEDOWNEXTEND},
+        {SCK_DOWN | control, SCI_LINESCROLLDOWN},
+        {SCK_HOME, SCI_HOME},
+        {SCK_HOME | shift, SCI_HOMEEXTEND},
+        {SCK_HOME | control, SCI_DOCUMENTSTART},
+        {SCK_HOME | control | shift, SCI_DOCUMENTSTARTEXTEND},
+        {SCK_END, SCI_LINEEND},
+        {SCK_END | shift, SCI_LINEENDEXTEND},
+        {SCK_END | control, SCI_DOCUMENTEND},
+        {SCK_END | control | shift, SCI_DOCUMENTENDEXTEND},
+        {SCK_PRIOR, SCI_PAGEUP},
+        {SCK_PRIOR | shift, SCI_PAGEUPEXTEND},
+        {SCK_NEXT, SCI_PAGEDOWN},
+        {SCK_NEXT | shift, SCI_PAGEDOWNEXTEND},
+        {SCK_DELETE, SCI_CLEAR},
+        {SCK_DELETE | control, SCI_DELWORDRIGHT},
+        {SCK_BACK, SCI_DELETEBACK},
+        {SCK_BACK | shift, SCI_DELETEBACK},
+        {SCK_BACK | control, SCI_DELWORDLEFT},
+        {SCK_RETURN, SCI_NEWLINE},
+        {SCK_RETURN | shift, SCI_NEWLINE},
+        {SCK_TAB, SCI_TAB},
+        {SCK_TAB | shift, SCI_BACKTAB},
+        {SCK_INSERT, SCI_EDITTOGGLEOVERTYPE},
+        {SCK_ESCAPE, SCI_CANCEL},
+        {'A' | control, SCI_SELECTALL},
+        {'Z' | control, SCI_UNDO},
+        {'Z' | control | shift, SCI_REDO},
+        {'Y' | control, SCI_REDO},
+    };
+    // The text engine's own set would, for one, duplicate a line at Ctrl+D.
+    send(SCI_CLEARALLCMDKEYS);
+    for (const Key& key : keys)
+        send(SCI_ASSIGNCMDKEY, key.key, key.command);
+}
+
+// --- Keys -------------------------------------------------------------------------------------------------------
+
+bool RichTextBox::event(QEvent* event) {
+    // A key that is also a menu shortcut never comes as a key press if the menu takes it.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& press = static_cast<const QKeyEvent&>(*event);
+        seenPress_.reset();
+        const bool cancelled = runKeyDown(press);
+        seenPress_ = SeenPress{press.key(), cancelled};
+        if (cancelled) {
+            event->accept();
+            return true;
+        }
+    }
+    return QsciScintillaBase::event(event);
+}
+
+bool RichTextBox::runKeyDown(const QKeyEvent& event) {
+    const auto seen = std::exchange(seenPress_, std::nullopt);
+    if (seen && seen->key == event.key())
+        return seen->cancelled;
+    if (!keyDown_)
+        return false;
+    prepareForInput();
+    const bool cancelled = keyDown_(event);
+    settleEdit();
+    return cancelled;
+}
+
+void RichTextBox::keyPressEvent(QKeyEvent* event) {
+    if (runKeyDown(*event)) {
+        event->accept();
+        return;
+    }
+    prepareForInput();
+    if (actOnClipboardKey(*event)) {
+        event->accept();
+    } else {
+        const std::string typed = typesText(*event) ? encodedForInsertion(event->text()) : std::string();
+        QKeyEvent encoded(event->type(), event->key(), event->modifiers(), QString::fromStdString(typed),
+                          event->isAutoRepeat());
+        QsciScintillaBase::keyPressEvent(&encoded);
+        event->setAccepted(encoded.isAccepted());
+    }
+    settleEdit();
+}
+
+void RichTextBox::keyReleaseEvent(QKeyEvent* event) {
+    seenPress_.reset();
+    QsciScintillaBase::keyReleaseEvent(event);
+}
+
+bool RichTextBox::actOnClipboardKey(const QKeyEvent& event) {
+    if (event.matches(QKeySequence::Copy))
+        copy();
+    else if (event.matches(QKeySequence::Cut))
+        cut();
+    else if (event.matches(QKeySequence::Paste))
+        paste();
+    else
+        return false;
+    return true;
+}
+
+void RichTextBox::prepareForInput() {
+    settleStyles();
+    const BytePosition start = send(SCI_GETSELECTIONSTART);
+    if (start != send(SCI_GETSELECTIONEND))
+        typing_ = TypingColour{start, selColor()};
+    else if (isInsideLineBreak(start))
+        send(SCI_SETEMPTYSELECTION, start - 1);
+}
+
+void RichTextBox::inputMethodEvent(QInputMethodEvent* event) {
+    composing_ = !event->preeditString().isEmpty();
+    if (!composing_)
+        prepareForInput();
+    QInputMethodEvent encoded(event->preeditString(), event->attributes());
+    encoded.setCommitString(QString::fromStdString(encodedForInsertion(event->commitString())),
+                            event->replacementStart(), event->replacementLength());
+    QsciScintillaBase::inputMethodEvent(&encoded);
+    event->accept();
+    settleEdit();
+}
+
+QVariant RichTextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
+    // Only what is near the caret: the whole text may be a hundred megabytes.
+    constexpr Position reach = 1024;
+    const Position caret = characterOf(send(SCI_GETCURRENTPOS));
+    const Position first = std::max<Position>(caret - reach, 0);
+    const auto inReach = [&](BytePosition byte) {
+        return static_cast<int>(std::clamp(characterOf(byte) - first, Position{0}, 2 * reach));
+    };
+    switch (query) {
+    case Qt::ImSurroundingText:
+        return decoded(textAt(first, 2 * reach));
+    case Qt::ImCursorPosition:
+        return static_cast<int>(caret - first);
+    case Qt::ImAnchorPosition:
+        return inReach(send(SCI_GETANCHOR));
+    case Qt::ImCurrentSelection:
+        return decoded(textAt(selStart(), std::min(selLength(), 2 * reach)));
+    case Qt::ImTextBeforeCursor:
+        return decoded(textAt(first, caret - first));
+    case Qt::ImTextAfterCursor:
+        return decoded(textAt(caret, reach));
+    default:
+        return QsciScintillaBase::inputMethodQuery(query);
+    }
+}
+
+// --- Mouse ------------------------------------------------------------------------------------------------------
+
+void RichTextBox::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT mouseDown(event->button(), event->position().toPoint());
+    if (event->button() == Qt::RightButton)
+        return;
+    QMouseEvent plain = plainDrag(*event);
+    QsciScintillaBase::mousePressEvent(&plain);
+    settleEdit();
+}
+
+void RichTextBox::mouseMoveEvent(QMouseEvent* event) {
+    QMouseEvent plain = plainDrag(*event);
+    const QPointer<RichTextBox> self(this);
+    // Text dragged away is taken out before this returns; meanwhile the window may have been closed.
+    QsciScintillaBase::mouseMoveEvent(&plain);
+    if (self)
+        settleEdit();
+}
+
+void RichTextBox::mouseReleaseEvent(QMouseEvent* event) {
+    QMouseEvent plain = plainDrag(*event);
+    QsciScintillaBase::mouseReleaseEvent(&plain);
+    settleEdit();
+}
+
+// The owner shows its menu at mouseDown; the text engine has none.
+void RichTextBox::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        Q_EMIT menuKeyPressed(viewport()->mapToGlobal(characterRect(caret()).bottomLeft()));
+    event->accept();
+}
+
+// --- Editing, clipboard and drops -------------------------------------------------------------------------------
+
+void RichTextBox::undo() {
+    send(SCI_UNDO);
+    settleEdit();
+}
+
+void RichTextBox::redo() {
+    send(SCI_REDO);
+    settleEdit();
+}
+
+void RichTextBox::copy() {
+    QGuiApplication::clipboard()->setText(decoded(selText()));
+}
+
+void RichTextBox::cut() {
+    copy();
+    setSelText({});
+}
+
+void RichTextBox::paste() {
+    prepareForInput();
+    insertOverSelection(withLineEnds(encodedForInsertion(QGuiApplication::clipboard()->text()), lineEnd_));
+    send(SCI_SCROLLCARET);
+    settleEdit();
+}
+
+std::string RichTextBox::encodedForInsertion(const QString& text) const {
+    const codepage::Encoded encoded = codepage::fromUtf8(text.toStdString());
+    if (encoded.lossy)
+        Q_EMIT charactersReplaced();
+    return codepage::toUtf8(encoded.bytes);
+}
+
+void RichTextBox::dropEvent(QDropEvent* event) {
+    QsciScintillaBase::dropEvent(event);
+    settleEdit();
+}
+
+bool RichTextBox::canInsertFromMimeData(const QMimeData* source) const {
+    return source->hasText();
+}
+
+QByteArray RichTextBox::fromMimeData(const QMimeData* source, bool& rectangular) const {
+    rectangular = false;
+    return QByteArray::fromStdString(withLineEnds(encodedForInsertion(source->text()), lineEnd_));
+}
+
+QMimeData* RichTextBox::toMimeData(const QByteArray& text, bool) const {
+    auto* plainText = new QMimeData;
+    plainText->setText(QString::fromUtf8(text));
+    return plainText;
+}
+
+} // namespace blockhouse

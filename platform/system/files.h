@@ -1,0 +1,35 @@
+// Files read whole and replaced whole, and the files of a directory. Paths are the platform's bytes.
+#pragma once
+
+#include "platform/text/Result.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace blockhouse {
+
+// True for an existing normal file (through links); false for directories, hidden files and at any error.
+[[nodiscard]] bool FileExists(const std::string& path);
+
+// Every byte of a normal file. A directory, a pipe, a device and a file of more than `limit` bytes are errors, never a
+// wait.
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit = std::string::npos);
+
+// Replaces the whole content: afterwards the file holds the old bytes or the new ones, never a mix, whatever
+// happens in between. Permissions survive, a symbolic link stays one and its target is replaced. Where the folder
+// forbids a new file, the file is written in place.
+Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
+
+// Names of the directory's normal files, hidden ones left out, ordered byte by byte after lowering. A name that
+// does not match `pattern` is left out ("" takes every name; see matchesPattern).
+Result<std::vector<std::string>> fileNamesIn(const std::string& directory, std::string_view pattern = {});
+
+// Names of the directory's directories, hidden ones left out, links to directories counted in, ordered alike.
+Result<std::vector<std::string>> folderNamesIn(const std::string& directory);
+
+// Wildcard rule without regard to case: "*" stands for any text, "?" for one character, and a final ".*" also
+// matches the end of a name, so "*ini.*" takes "data.ini", "ini.bak" and "ini", but not "foo.inix".
+[[nodiscard]] bool matchesPattern(std::string_view name, std::string_view pattern);
+
+} // namespace blockhouse

@@ -34,23 +34,14 @@ Program::~Program() {
 void Program::start() {
     splash_ = new Splash;
     splash_->setAttribute(Qt::WA_DeleteOnClose);
-    connect(splash_, &Splash::mainWindowWanted, this, &Program::showMainWindow);
+    connect(splash_, &Splash::mainWindowWanted, this, [this] { fr_main().show(); });
     splash_->show();
-}
-
-void Program::showMainWindow() {
-    Fr_main& window = fr_main();
-    if (!ended_)
-        window.show();
 }
 
 Fr_main& Program::fr_main() {
     if (!fr_main_) {
         fr_main_ = std::make_unique<Fr_main>(Dirs, files_);
         connectMainWindow();
-        // Closed while it loads, the window says so itself.
-        if (!fr_main_->load())
-            ended_ = true;
     }
     return *fr_main_;
 }
@@ -60,29 +51,16 @@ void Program::connectMainWindow() {
     connect(window, &Fr_main::fileChosen, this, [this](const std::string& path) { openEditor(path); });
     connect(window, &Fr_main::findReferenceWanted, this, [this] { fr_findref().present(); });
     connect(window, &Fr_main::directoryEditorWanted, this, [this] { bringUp(&fr_directory()); });
-    connect(window, &Fr_main::optionsWanted, this, [this] { bringUp(&fr_options()); });
+    connect(window, &Fr_main::optionsWanted, this, [this] { fr_main().front().bringUp(fr_options()); });
     connect(window, &Fr_main::placementEditorWanted, this, [this] { bringUp(&form2()); });
     connect(window, &Fr_main::placementWanted, this, [this](const std::string& path) { form2().Openfile(path); });
-    connect(window, &Fr_main::closed, this, [this] {
-        ended_ = true;
-        stopWhatIsUnderWay();
-        QCoreApplication::exit();
-    });
+    connect(window, &Fr_main::closed, this, [] { QCoreApplication::exit(); });
 }
 
-// Events are served in the middle of it, so it would go on behind the closed window.
-void Program::stopWhatIsUnderWay() {
-    if (fr_findref_)
-        fr_findref_->stop();
-    for (const QMdiSubWindow* frame : fr_main_->mdiArea()->subWindowList())
-        if (auto* editor = qobject_cast<fr_edit*>(frame->widget()))
-            editor->stop();
-}
-
-QPointer<fr_edit> Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
-    const QPointer<fr_edit> editor = new fr_edit(*this);
+fr_edit* Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
+    auto* editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
-    const QMdiSubWindow* before = area->currentSubWindow();
+    const QMdiSubWindow* before = fr_main().front().frame();
     const bool maximised = before && before->isMaximized();
     QMdiSubWindow* frame = area->addSubWindow(editor);
     const QRect room = roomForEditor(area->viewport()->rect());
@@ -90,8 +68,8 @@ QPointer<fr_edit> Program::openEditor(const std::string& path, std::ptrdiff_t St
     // Who works with one window at a time goes on doing so.
     if (maximised)
         frame->showMaximized();
-    editor->Openfile(path, Startout);
-    return editor;
+    fr_main().front().bringUp(*editor);
+    return editor->Openfile(path, Startout) ? editor : nullptr;
 }
 
 // The other editors are about to be minimised, so a new one need not keep out of their way; but the list of hits is
@@ -112,7 +90,7 @@ QRect Program::roomForEditor(const QRect& area) const {
 }
 
 void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
-    if (const QPointer<fr_edit> editor = openEditor(path, position.value))
+    if (fr_edit* editor = openEditor(path, position.value))
         editor->showFound({position.value - 1, static_cast<std::ptrdiff_t>(length)});
 }
 
@@ -121,7 +99,7 @@ void Program::drawProgress(PictureBox& box, double value, double maximum) {
 }
 
 void Program::windowOpened(WindowHandle window, const QString& caption) {
-    fr_main().Toolbar1->addWindow(window, caption);
+    fr_main().front().addToBar(window, caption);
 }
 
 void Program::windowClosed(WindowHandle window) {
@@ -192,6 +170,7 @@ fr_findref& Program::fr_findref() {
         auto* window = new class fr_findref(Dirs, &DrawProgress);
         fr_main().mdiArea()->addSubWindow(window);
         connect(window, &fr_findref::hitChosen, this, &Program::openHit);
+        connect(window, &fr_findref::frontWanted, this, [this, window] { fr_main().front().bringUp(*window); });
         return window;
     });
 }

@@ -35,27 +35,24 @@ public:
     // Shows the splash window, which leads to the main window.
     void start();
 
-    // Made and loaded when first asked for; not shown by that.
+    // The single windows, each made when first asked for, all but the main window anew after they were closed; neither
+    // loaded nor shown by that.
     [[nodiscard]] Fr_main& fr_main();
-
-    // The single windows, each made when first asked for and anew after it was closed; not shown by that.
     [[nodiscard]] Fr_Directory& fr_directory();
     [[nodiscard]] Fr_options& fr_options();
     [[nodiscard]] class fr_findref& fr_findref();
     [[nodiscard]] Form1& form1();
     [[nodiscard]] Form2& form2();
 
-    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none. Null when
-    // the window has gone meanwhile.
-    QPointer<fr_edit> openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
+    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none. Serves
+    // events. Null when the window has been closed meanwhile.
+    fr_edit* openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
 
     // The directories the user works in.
     EntryList Dirs;
 
 private:
-    void stopWhatIsUnderWay();
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
-    void showMainWindow();
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, std::size_t length);
     // Writes a list file. A failure is not told: the list is in force for this run all the same.
@@ -80,7 +77,6 @@ private:
     QPointer<Form1> form1_;
     QPointer<Form2> form2_;
     bool directoriesAreOnDisk_ = true;
-    bool ended_ = false;
 };
 
 } // namespace blockhouse

@@ -34,7 +34,7 @@ Control* named(Control* control, const char* name, const QString& accessibleName
 } // namespace
 
 fr_edit::fr_edit(EditorHost& host, QWidget* parent)
-    : QWidget(parent), host_(host), handle_(handleOf(this)), blocks_(new BlockListModel(this)) {
+    : QWidget(parent), host_(host), handle_(handleOf(this)), blocks_(new BlockListModel(this)), work_(*this) {
     setObjectName(QStringLiteral("fr_edit"));
     makeToolbar();
     makeControls();
@@ -123,7 +123,6 @@ void fr_edit::layOut() {
 // --- Closing ----------------------------------------------------------------------------------------------------
 
 void fr_edit::closeEvent(QCloseEvent* event) {
-    closing_ = true;
     host_.windowClosed(handle_);
     QWidget::closeEvent(event);
 }

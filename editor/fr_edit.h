@@ -2,10 +2,12 @@
 #pragma once
 
 #include "editor/block_scan.h"
+#include "editor/textboxbas.h"
 #include "editor/typing_assistance.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/Result.h"
 #include "platform/widgets/DropDownList.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/MenuSource.h"
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/window_handles.h"
@@ -14,6 +16,7 @@
 #include <QToolBar>
 #include <QWidget>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -33,14 +36,11 @@ public:
 
     // Loads the file, fills the block list, colours the text; called once, on a new window that has been added to the
     // main window's area. Startout is the 1-based position of a place in the file whose block is wanted, 0 for none.
-    // Serves events: the window may be closed when it returns, and is if the file could not be read (the user has
-    // been told then).
-    void Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
+    // Serves events. False when the window has been closed: by the user meanwhile, or because the file could not be
+    // read (the user has been told then). Until it returns nothing can be typed, pasted, cut or saved.
+    bool Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
 
-    // Gives up loading that is under way: the program ends.
-    void stop() { closing_ = true; }
-
-    // Colours the block keywords and comments of the whole text.
+    // Colours the block keywords and comments of the whole text. Serves events.
     void FormatBox();
 
     // 0-based index of the first entry of the block list equal to `what` ignoring case, or -1.
@@ -93,11 +93,15 @@ private:
     void layOut();
     [[nodiscard]] QSize outerSize() const;
 
-    // False when the window is gone or going: the caller returns at once.
-    [[nodiscard]] bool progress(double value, double maximum);
+    [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, std::ptrdiff_t startout);
+    [[nodiscard]] LongWork::Steps stepsOfFormatting();
+    // Serves events.
+    void progress(double value, double maximum);
+    [[nodiscard]] LongWork::Then readFile(const std::string& path);
+    void announce(const std::string& path);
     void refuse(const FileError& error);
-    [[nodiscard]] bool fillBlockList();
-    void selectBlock(std::ptrdiff_t startout);
+    void listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout);
+    [[nodiscard]] int blockToSelect(std::ptrdiff_t startout) const;
 
     void showPopup(QPoint globalPosition);
     void toggleExplorer();
@@ -121,15 +125,14 @@ private:
     // The text to write, which becomes Filetext.
     void takeSnapshot();
     void writeTo(const std::string& path);
-    [[nodiscard]] std::string askForFileName();
+    [[nodiscard]] std::optional<std::string> askForFileName();
 
     EditorHost& host_;
     const WindowHandle handle_;
     BlockListModel* blocks_;
     TypingAssistance typing_;
     QList<QMenu*> menus_;
-    bool closing_ = false;
-    bool loading_ = false;         // the text box does not hold the file yet: nothing is typed, changed or saved
+    LongWork work_;                // opening the file and colouring its text
     bool blockJustChosen_ = false; // in this round of the event loop
     bool toldCharactersReplaced_ = false;
 };

@@ -2,7 +2,6 @@
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
-#include "platform/widgets/DeletionHold.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/svg_icon.h"
 
@@ -33,13 +32,14 @@ void fr_edit::makeToolbar() {
             this, &fr_edit::openFindPanel);
 }
 
+// A shortcut of a menu counts wherever the keyboard is in the main window, as long as the menu bar shows this editor's
+// menus: the tree may have the focus. Those of the pop-up menu are the text's own.
 QAction* fr_edit::addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
                              void (fr_edit::*act)()) {
     QAction* command = menu->addAction(caption);
     command->setObjectName(QLatin1String(name));
     command->setShortcut(shortcut);
-    // Several editors are open at once: a shortcut is for the one that has the focus.
-    command->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    command->setShortcutContext(menu == mnu_lil ? Qt::WidgetWithChildrenShortcut : Qt::WindowShortcut);
     addAction(command);
     connect(command, &QAction::triggered, this, act);
     return command;
@@ -95,12 +95,12 @@ void fr_edit::copySelection() {
 }
 
 void fr_edit::cutSelection() {
-    if (!loading_)
+    if (!work_.isRunning())
         txt_edit->cut();
 }
 
 void fr_edit::pasteOverSelection() {
-    if (!loading_)
+    if (!work_.isRunning())
         txt_edit->paste();
 }
 
@@ -112,8 +112,8 @@ void fr_edit::findReferences() {
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     // The menu that was used is this window's, and the toolkit goes on with it after the search.
-    const DeletionHold hold(parentWidget() ? parentWidget() : this);
-    host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()});
+    static_cast<void>(stillOpenAfter(
+        *this, [&] { host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()}); }));
 }
 
 void fr_edit::openFindPanel() {

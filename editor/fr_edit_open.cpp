@@ -9,7 +9,8 @@
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/window_lock.h"
 
-#include <QPointer>
+#include <memory>
+#include <optional>
 
 namespace blockhouse {
 namespace {
@@ -21,96 +22,133 @@ constexpr std::size_t largestFile = 1'000'000'000;
 
 } // namespace
 
-void fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
-    QWidget* frame = parentWidget() ? parentWidget() : this;
-    loading_ = true;
-    frame->show();
-    if (!progress(1, 10))
-        return;
-    Filepath = Txt_path;
-    Result<std::string> file = readWholeFile(Txt_path, largestFile);
-    if (!file)
-        return refuse(file.error());
-    if (!progress(1, 5))
-        return;
-    const std::size_t separator = lastPathSeparator(Txt_path);
-    const QString caption = displayed(separator == Txt_path.npos ? Txt_path : Txt_path.substr(separator));
-    setWindowTitle(caption);
-    setAccessibleName(displayed(LastPathPart(Txt_path)));
-    setWindowFilePath(displayed(Txt_path));
-    host_.windowOpened(handle_, displayed(LastPathPart(Txt_path)));
-    Filetext = std::move(file).value();
-
-    if (!fillBlockList())
-        return;
-    List1->setEnabled(!blocks_->blocks().empty());
-    selectBlock(Startout);
-    if (!progress(10, 10))
-        return;
-    txt_edit->setText(Filetext);
-    const QPointer<fr_edit> self(this);
-    FormatBox();
-    if (!self || closing_)
-        return;
-    loading_ = false;
-    thebar->Cls();
-    txt_edit->setFocus();
+bool fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
+    return work_.run(stepsOfOpening(Txt_path, Startout), LongWork::Pointer::Hourglass) == LongWork::Outcome::Finished;
 }
 
-bool fr_edit::progress(double value, double maximum) {
-    const QPointer<fr_edit> self(this);
+LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, std::ptrdiff_t startout) {
+    using Then = LongWork::Then;
+    LongWork::Steps steps;
+    steps.emplace_back([this] {
+        progress(1, 10);
+        return Then::NextStep;
+    });
+    steps.emplace_back([this, path] { return readFile(path); });
+    steps.emplace_back([this, path] {
+        announce(path);
+        return Then::NextStep;
+    });
+    const auto blocks = std::make_shared<std::vector<BlockEntry>>();
+    for (int kind = 1; kind <= blockKinds; ++kind)
+        steps.emplace_back([this, blocks, kind] {
+            // Progress goes on after a kind whether or not it was looked for.
+            constexpr double progressAfter[blockKinds] = {6, 7, 8, 0, 9};
+            if (blocks->size() < enoughBlocks) {
+                *blocks = blockPass(Filetext, kind);
+                if (!blocks->empty())
+                    BlockKind = kind;
+            }
+            if (progressAfter[kind - 1] > 0)
+                progress(progressAfter[kind - 1], 10);
+            return Then::NextStep;
+        });
+    steps.emplace_back([this, blocks, startout] {
+        listBlocks(std::move(*blocks), startout);
+        progress(10, 10);
+        return Then::NextStep;
+    });
+    steps.emplace_back([this] {
+        txt_edit->setText(Filetext);
+        return Then::NextStep;
+    });
+    for (LongWork::Step& step : stepsOfFormatting())
+        steps.push_back(std::move(step));
+    steps.emplace_back([this] {
+        thebar->Cls();
+        return Then::End;
+    });
+    return steps;
+}
+
+LongWork::Then fr_edit::readFile(const std::string& path) {
+    (parentWidget() ? parentWidget() : this)->show();
+    Filepath = path;
+    Result<std::string> file = readWholeFile(path, largestFile);
+    if (!file) {
+        refuse(file.error());
+        return LongWork::Then::End;
+    }
+    Filetext = std::move(file).value();
+    progress(1, 5);
+    return LongWork::Then::NextStep;
+}
+
+void fr_edit::announce(const std::string& path) {
+    const std::size_t separator = lastPathSeparator(path);
+    setWindowTitle(displayed(separator == path.npos ? path : path.substr(separator)));
+    setAccessibleName(displayed(LastPathPart(path)));
+    setWindowFilePath(displayed(path));
+    host_.windowOpened(handle_, displayed(LastPathPart(path)));
+}
+
+void fr_edit::progress(double value, double maximum) {
     host_.drawProgress(*thebar, value, maximum);
-    return self && !closing_;
 }
 
 void fr_edit::refuse(const FileError& error) {
     QWidget* frame = parentWidget() ? parentWidget() : this;
     QWidget* mainWindow = window();
-    const FileError told = error;
     frame->close();
-    tellFileError(mainWindow == this ? nullptr : mainWindow, tr("could not be opened."), told);
+    tellFileError(mainWindow == this ? nullptr : mainWindow, tr("could not be opened."), error);
 }
 
-bool fr_edit::fillBlockList() {
-    // Progress goes on after a kind whether or not it was looked for.
-    constexpr double progressAfter[blockKinds] = {6, 7, 8, 0, 9};
-    std::vector<BlockEntry> blocks;
-    for (int kind = 1; kind <= blockKinds; ++kind) {
-        if (blocks.size() < enoughBlocks) {
-            blocks = blockPass(Filetext, kind);
-            if (!blocks.empty())
-                BlockKind = kind;
-        }
-        if (progressAfter[kind - 1] > 0 && !progress(progressAfter[kind - 1], 10))
-            return false;
-    }
+void fr_edit::listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout) {
     if (blocks.size() < enoughBlocks)
         blocks.clear();
+    List1->setEnabled(!blocks.empty());
     blocks_->setBlocks(std::move(blocks));
     List1->setCurrentIndex(-1);
-    return true;
+    List1->setCurrentIndex(blockToSelect(startout));
 }
 
-void fr_edit::selectBlock(std::ptrdiff_t startout) {
-    if (blocks_->blocks().empty())
-        return;
+int fr_edit::blockToSelect(std::ptrdiff_t startout) const {
     constexpr int second = 1;
-    int index = second;
-    if (startout >= 1) {
-        const auto name = blockNameBefore(Filetext, BlockKind, TextPosition{startout});
-        const int found = name ? Findin(*name) : -1;
-        index = found >= 0 ? found : second;
-    }
-    List1->setCurrentIndex(index);
+    if (blocks_->blocks().empty())
+        return -1;
+    const auto name =
+        startout >= 1 ? blockNameBefore(Filetext, BlockKind, TextPosition{startout}) : std::optional<std::string>();
+    const int found = name ? Findin(*name) : -1;
+    return found >= 0 ? found : second;
 }
 
 void fr_edit::FormatBox() {
-    const QPointer<fr_edit> self(this);
-    const Hourglass hourglass;
-    Combo1->clear();
-    ColorKeywords(this, *txt_edit, KeywordColor, KeywordList(), false);
-    if (self && !closing_)
-        HighlightFromChar(this, *txt_edit, CommentHighlight, CommentDelimiter, false);
+    work_.run(stepsOfFormatting(), LongWork::Pointer::Hourglass);
+}
+
+// One lock for both passes: between two of them the window would show the keywords without the comments.
+LongWork::Steps fr_edit::stepsOfFormatting() {
+    using Then = LongWork::Then;
+
+    struct Formatting {
+        explicit Formatting(fr_edit& editor) : lock(&editor), keywords(*editor.txt_edit, KeywordColor, KeywordList()) {}
+
+        WindowUpdateLock lock;
+        KeywordPass keywords;
+    };
+
+    const auto formatting = std::make_shared<std::optional<Formatting>>();
+    return {[this, formatting] {
+                Combo1->clear();
+                formatting->emplace(*this);
+                return Then::NextStep;
+            },
+            [formatting] { return (*formatting)->keywords.colourNext() ? Then::Again : Then::NextStep; },
+            [this, formatting] {
+                (*formatting)->keywords.restoreView(this);
+                HighlightFromChar(this, *txt_edit, CommentHighlight, CommentDelimiter, false);
+                formatting->reset();
+                return Then::NextStep;
+            }};
 }
 
 } // namespace blockhouse

@@ -5,10 +5,6 @@
 #include "platform/text/paths.h"
 #include "platform/widgets/message_box.h"
 
-#include <QFile>
-#include <QFileDialog>
-#include <QPointer>
-
 namespace blockhouse {
 
 void fr_edit::takeSnapshot() {
@@ -22,15 +18,14 @@ void fr_edit::writeTo(const std::string& path) {
         tellFileError(window(), tr("could not be saved. The text is still in the editor."), written.error());
 }
 
-std::string fr_edit::askForFileName() {
+std::optional<std::string> fr_edit::askForFileName() {
     const std::size_t separator = lastPathSeparator(Filepath);
     const std::string folder = separator == Filepath.npos ? std::string() : Filepath.substr(0, separator + 1);
-    const QString chosen = QFileDialog::getSaveFileName(this, tr("Save As"), displayed(folder) + windowTitle().mid(1));
-    return QFile::encodeName(chosen).toStdString();
+    return askForFileToSave(*this, tr("Save As"), displayed(folder) + windowTitle().mid(1));
 }
 
 void fr_edit::Save() {
-    if (loading_)
+    if (work_.isRunning())
         return;
     takeSnapshot();
     if (Filepath.empty())
@@ -39,25 +34,22 @@ void fr_edit::Save() {
 }
 
 void fr_edit::SaveAs() {
-    if (loading_)
+    if (work_.isRunning())
         return;
-    const QPointer<fr_edit> self(this);
-    const std::string path = askForFileName();
-    if (!self || path.empty())
-        return;
-    takeSnapshot();
-    writeTo(path);
+    if (const auto path = askForFileName()) {
+        takeSnapshot();
+        writeTo(*path);
+    }
 }
 
 void fr_edit::ToolbarSave() {
-    if (loading_)
+    if (work_.isRunning())
         return;
-    const QPointer<fr_edit> self(this);
     if (Filepath.empty()) {
-        const std::string path = askForFileName();
-        if (!self || path.empty())
+        const auto path = askForFileName();
+        if (!path)
             return;
-        Filepath = path;
+        Filepath = *path;
     }
     takeSnapshot();
     writeTo(Filepath);

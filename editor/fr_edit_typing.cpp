@@ -52,7 +52,7 @@ struct Overloaded : Handlers... {
 } // namespace
 
 bool fr_edit::assistTyping(const QKeyEvent& event) {
-    if (loading_)
+    if (work_.isRunning())
         return true;
     const TextRange selection{txt_edit->selStart(), txt_edit->selLength()};
     const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));

@@ -2,12 +2,9 @@
 
 #include "editor/color_table.h"
 #include "editor/comment_pass.h"
-#include "editor/keyword_scan.h"
 #include "platform/richtext/RichTextBox.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/window_lock.h"
-#include "platform/widgets/yield.h"
-
-#include <QPointer>
 
 #include <algorithm>
 #include <optional>
@@ -50,38 +47,47 @@ void takeColourBack(RichTextBox& box, Colour colour, std::string_view delimiter,
 
 } // namespace
 
+KeywordPass::KeywordPass(RichTextBox& Box, Colour Color, const std::vector<std::string>& Words)
+    : box_(Box), colour_(Color), scan_(Words), selStart_(Box.selStart()), firstVisible_(GetFirstVisibleLine(Box)) {
+    QObject::connect(&Box, &RichTextBox::changed, &textIsOld_, [this] { decoded_.reset(); });
+}
+
+// Anything may have been typed since the last stretch.
+std::string_view KeywordPass::currentText() {
+    if (const auto ascii = box_.asciiText())
+        return *ascii;
+    if (!decoded_)
+        decoded_ = box_.text();
+    return *decoded_;
+}
+
+bool KeywordPass::colourNext() {
+    constexpr std::size_t stretch = 1 << 18;
+    const std::string_view text = currentText();
+    if (at_ >= text.size())
+        return false;
+    found_.clear();
+    scan_.scan(text, at_, std::min(at_ + stretch, text.size()), found_);
+    box_.setTextColor(found_, colour_);
+    at_ += stretch;
+    return true;
+}
+
+void KeywordPass::restoreView(QWidget* Form) {
+    box_.setSelStart(selStart_);
+    ScrollToLine(Form, box_, firstVisible_, true);
+}
+
 void ColorKeywords(QWidget* Form, RichTextBox& Box, Colour Color, const std::vector<std::string>& Words, bool NoLock) {
-    constexpr std::size_t slice = 1 << 18;
+    using Then = LongWork::Then;
     const WindowUpdateLock lock(toLock(NoLock, Form));
-    const QPointer<RichTextBox> box(&Box);
-    const std::ptrdiff_t selStart = Box.selStart();
-    const std::int32_t firstVisible = GetFirstVisibleLine(Box);
-
-    const KeywordScan scan(Words);
-    std::optional<std::string> decoded;
-    QObject context;
-    QObject::connect(&Box, &RichTextBox::changed, &context, [&decoded] { decoded.reset(); });
-    // Anything may have been typed since the last slice.
-    const auto currentText = [&]() -> std::string_view {
-        if (const auto ascii = Box.asciiText())
-            return *ascii;
-        if (!decoded)
-            decoded = Box.text();
-        return *decoded;
-    };
-    std::vector<TextRange> found;
-    for (std::size_t at = 0; at < currentText().size(); at += slice) {
-        const std::string_view text = currentText();
-        found.clear();
-        scan.scan(text, at, std::min(at + slice, text.size()), found);
-        Box.setTextColor(found, Color);
-        yield();
-        if (!box)
-            return;
-    }
-
-    Box.setSelStart(selStart);
-    ScrollToLine(Form, Box, firstVisible, true);
+    KeywordPass pass(Box, Color, Words);
+    LongWork work(Box);
+    work.run({[&pass] { return pass.colourNext() ? Then::Again : Then::NextStep; },
+              [&pass, Form] {
+                  pass.restoreView(Form);
+                  return Then::End;
+              }});
 }
 
 void HighlightFromChar(QWidget* Form, RichTextBox& Box, Colour Color, char Delimiter, bool NoLock) {

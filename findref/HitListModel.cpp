@@ -4,12 +4,13 @@
 
 namespace blockhouse {
 
-void HitListModel::showNew() {
+bool HitListModel::showNew() {
     if (hits_.count() == shown_)
-        return;
+        return false;
     beginInsertRows({}, shown_, hits_.count() - 1);
     shown_ = hits_.count();
     endInsertRows();
+    return true;
 }
 
 void HitListModel::showNone() {

@@ -14,7 +14,8 @@ public:
     // `hits` must outlive the model. It only grows, except right before showNone().
     HitListModel(const HitList& hits, QObject* parent) : QAbstractListModel(parent), hits_(hits) {}
 
-    void showNew();
+    // False when there is nothing new.
+    bool showNew();
     void showNone();
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -4,15 +4,14 @@
 #include "findref/ReferenceSearch.h"
 #include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
-#include "platform/widgets/DeletionHold.h"
-#include "platform/widgets/window_handles.h"
-#include "platform/widgets/yield.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QPointer>
+#include <QShortcut>
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace blockhouse {
@@ -29,7 +28,7 @@ std::string encoded(const QString& text) {
 } // namespace
 
 fr_findref::fr_findref(const EntryList& Dirs, ProgressPainter drawProgress)
-    : Dirs_(Dirs), drawProgress_(std::move(drawProgress)), model_(new HitListModel(hits_, this)) {
+    : Dirs_(Dirs), drawProgress_(std::move(drawProgress)), model_(new HitListModel(hits_, this)), search_(*this) {
     setObjectName(QStringLiteral("fr_findref"));
     setWindowTitle(tr("Find Refrence"));
     setAccessibleName(tr("Find Refrence"));
@@ -58,6 +57,11 @@ void fr_findref::makeControls() {
     connect(command1, &QPushButton::clicked, this, &fr_findref::search);
     connect(Text1, &QLineEdit::returnPressed, this, &fr_findref::search);
     connect(List1, &QListView::doubleClicked, this, &fr_findref::openHit);
+    // Of the list alone: the press that started a search in the text box must not open a hit when the search ends.
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        const auto* opening = new QShortcut(key, List1, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(opening, &QShortcut::activated, this, [this] { openHit(List1->currentIndex()); });
+    }
 }
 
 QSize fr_findref::sizeHint() const {
@@ -80,7 +84,8 @@ void fr_findref::layOut() {
 }
 
 void fr_findref::present() {
-    bringUp(this);
+    show();
+    Q_EMIT frontWanted();
     Text1->setFocus();
     Text1->selectAll();
 }
@@ -91,80 +96,70 @@ void fr_findref::findRef(std::string_view what) {
     search();
 }
 
-void fr_findref::stop() {
-    givenUp_ = true;
-    searchWanted_ = false;
-}
-
 void fr_findref::search() {
-    const DeletionHold hold(parentWidget() ? parentWidget() : this);
-    searchWanted_ = true;
-    givenUp_ = true;
-    // The call that is under way will see to it: each search inside the one before would fill the stack.
-    if (std::exchange(searching_, true))
-        return;
-    while (std::exchange(searchWanted_, false)) {
-        givenUp_ = false;
-        if (!searchOnce())
-            return;
-    }
-    searching_ = false;
+    using Then = LongWork::Then;
+    const auto search = std::make_shared<std::optional<ReferenceSearch>>();
+    search_.run({[this, search] {
+                     // A search that was under way has ended, and the hits are no longer its own.
+                     search->emplace(Dirs_, hits_);
+                     model_->showNone();
+                     return Text1->text().isEmpty() ? Then::End : Then::NextStep;
+                 },
+                 [this, search] { return searchOn(**search) ? Then::Again : Then::NextStep; },
+                 [this] {
+                     showHits();
+                     return Then::End;
+                 }});
 }
 
-bool fr_findref::searchOnce() {
+bool fr_findref::searchOn(ReferenceSearch& search) {
     using Step = ReferenceSearch::Step;
-    const QPointer<fr_findref> self(this);
-    ReferenceSearch search(Dirs_, hits_);
-    model_->showNone();
-    if (Text1->text().isEmpty())
-        return true;
-    while (!givenUp_) {
-        const Step step = search.next(encoded(Text1->text()));
-        model_->showNew();
-        if (step.kind == Step::Ended)
-            break;
-        if (step.kind == Step::DirectoryReached) {
-            Label1->setText(tr("%1 out of %2").arg(step.index).arg(Dirs_.count()));
-            Label1->adjustSize();
-        }
-        if (step.kind == Step::FileReached && !showProgress(step.index, step.last))
-            return false;
-        yield();
-        if (!self || closing_)
-            return false;
+    constexpr qint64 interval =
+        30; // milliseconds: laying out a long list anew for each hit would take most of the time
+    const Step step = search.next(encoded(Text1->text()));
+    if (model_->rowCount() == 0 || !sinceHits_.isValid() || sinceHits_.elapsed() >= interval)
+        showHits();
+    if (step.kind == Step::DirectoryReached) {
+        Label1->setText(tr("%1 out of %2").arg(step.index).arg(Dirs_.count()));
+        Label1->adjustSize();
     }
-    return true;
+    if (step.kind == Step::FileReached)
+        showProgress(step.index, step.last);
+    return step.kind != Step::Ended;
+}
+
+// New rows are laid out at once: a list that is painted in between would be blank.
+void fr_findref::showHits() {
+    sinceHits_.start();
+    if (model_->showNew())
+        List1->doItemsLayout();
 }
 
 // Thousands of small files would otherwise wait for the bar rather than for the disk.
-bool fr_findref::showProgress(int value, int maximum) {
+void fr_findref::showProgress(int value, int maximum) {
     constexpr qint64 interval = 20; // milliseconds
     if (value > 0 && value < maximum && sinceProgress_.isValid() && sinceProgress_.elapsed() < interval)
-        return true;
+        return;
     sinceProgress_.start();
-    const QPointer<fr_findref> self(this);
     drawProgress_(*Picture1, value, maximum);
-    return self && !closing_;
 }
 
 void fr_findref::openHit(const QModelIndex& hit) {
     if (!hit.isValid())
         return;
-    const DeletionHold hold(parentWidget() ? parentWidget() : this);
-    Q_EMIT hitChosen(hits_.path(hit.row()), hits_.position(hit.row()), hits_.length(hit.row()));
+    // The list goes on with the double-click afterwards.
+    static_cast<void>(stillOpenAfter(
+        *this, [this, row = hit.row()] { Q_EMIT hitChosen(hits_.path(row), hits_.position(row), hits_.length(row)); }));
 }
 
 void fr_findref::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape)
-        stop();
-    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && List1->hasFocus())
-        openHit(List1->currentIndex());
+        search_.abandon();
     else
         QWidget::keyPressEvent(event);
 }
 
 void fr_findref::closeEvent(QCloseEvent* event) {
-    closing_ = true;
     event->accept();
     Q_EMIT closed();
 }

@@ -4,6 +4,7 @@
 
 #include "findref/HitList.h"
 #include "platform/text/EntryList.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
 
 #include <QElapsedTimer>
@@ -32,16 +33,13 @@ public:
     fr_findref(const EntryList& Dirs, ProgressPainter drawProgress);
     ~fr_findref() override;
 
-    // Shows the window with whatever it holds and makes it the active one.
+    // Shows the window with whatever it holds and asks to be the front one.
     void present();
 
     // Shows the window and searches for `what`, which is in the documents' code page. Serves events: the window may be
     // closed when it returns. Called while a search is under way, it returns at once, and that search is given up for
     // the new one.
     void findRef(std::string_view what);
-
-    // Gives up a search that is under way; its hits stay.
-    void stop();
 
     QListView* List1;
     PictureBox* Picture1;
@@ -52,6 +50,8 @@ public:
     QSize sizeHint() const override;
 
 Q_SIGNALS:
+    // To be brought to the front of the main window's child windows.
+    void frontWanted();
     // The user wants to see this hit of `length` characters.
     void hitChosen(const std::string& path, blockhouse::TextPosition position, std::size_t length);
     // The window is going away; there will be another one when it is wanted again.
@@ -66,10 +66,13 @@ private:
     void makeControls();
     void layOut();
 
+    // Gives up the search that is under way for the new one.
     void search();
-    // Both serve events: false when the window is gone or going.
-    [[nodiscard]] bool searchOnce();
-    [[nodiscard]] bool showProgress(int value, int maximum);
+    // False at the end of the search.
+    [[nodiscard]] bool searchOn(ReferenceSearch& search);
+    // Serves events.
+    void showProgress(int value, int maximum);
+    void showHits();
     void openHit(const QModelIndex& hit);
 
     const EntryList& Dirs_;
@@ -77,10 +80,8 @@ private:
     HitList hits_;
     HitListModel* model_;
     QElapsedTimer sinceProgress_;
-    bool searching_ = false;
-    bool givenUp_ = false; // the search under way
-    bool searchWanted_ = false;
-    bool closing_ = false;
+    QElapsedTimer sinceHits_;
+    LongWork search_;
 };
 
 } // namespace blockhouse

@@ -10,8 +10,6 @@
 #include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>
-#include <QFile>
-#include <QFileDialog>
 #include <QPointer>
 #include <QSignalBlocker>
 #include <QStringListModel>
@@ -63,10 +61,8 @@ void Form2::save() {
 }
 
 void Form2::open() {
-    const QPointer<Form2> self(this);
-    const QString path = QFileDialog::getOpenFileName(this, tr("Open"), QFile::decodeName(Filepath.c_str()));
-    if (self && !path.isEmpty())
-        Openfile(QFile::encodeName(path).toStdString());
+    if (const auto path = askForFileToOpen(*this, tr("Open"), displayed(Filepath)))
+        Openfile(*path);
 }
 
 // A list announces a choice twice if it changes the selected entry, and once if it was selected already.
@@ -127,12 +123,9 @@ void Form2::listStructures(const BuildListScan& scan) {
 }
 
 void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
-    const QPointer<Form2> self(this);
-    for (const ScanFailure& failure : failures) {
-        const bool wantsMore = tellOneOfMany(this, QString::fromStdString(codepage::toUtf8(failure.message())));
-        if (!self || !wantsMore)
+    for (const ScanFailure& failure : failures)
+        if (!tellOneOfMany(*this, QString::fromStdString(codepage::toUtf8(failure.message()))))
             return;
-    }
 }
 
 void Form2::chooseStructure(int index) {

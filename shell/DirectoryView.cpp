@@ -19,6 +19,12 @@ void DirectoryView::mouseDoubleClickEvent(QMouseEvent* event) {
         Q_EMIT picked();
 }
 
+// A press beside the nodes leaves the selected one selected, so that a double-click there opens it.
+QItemSelectionModel::SelectionFlags DirectoryView::selectionCommand(const QModelIndex& index,
+                                                                    const QEvent* event) const {
+    return index.isValid() ? QTreeView::selectionCommand(index, event) : QItemSelectionModel::NoUpdate;
+}
+
 void DirectoryView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         Q_EMIT picked();

@@ -3,7 +3,6 @@
 #include "platform/system/files.h"
 #include "platform/text/FoldedSearch.h"
 #include "platform/widgets/message_box.h"
-#include "platform/widgets/yield.h"
 #include "shell/artwork.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/DirectoryView.h"
@@ -15,7 +14,6 @@
 #include <QHBoxLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPointer>
 #include <QShortcut>
 
 #include <optional>
@@ -23,26 +21,31 @@
 namespace blockhouse {
 namespace {
 
-// Serves events after every field; stops as soon as `goOn` says no.
-template <typename GoOn>
-void readList(const std::string& path, EntryList& list, GoOn goOn) {
-    Result<std::string> bytes = readWholeFile(path);
-    if (!bytes.ok())
-        return;
-    ListFileReader reader(std::move(bytes).value());
-    while (std::optional<std::string> field = reader.next()) {
+// Reads a list file field by field. A file that cannot be read adds nothing.
+LongWork::Step readingOf(const std::string& path, EntryList& list) {
+    using Then = LongWork::Then;
+    const auto reader = std::make_shared<std::optional<ListFileReader>>();
+    return [path, &list, reader] {
+        if (!*reader) {
+            Result<std::string> bytes = readWholeFile(path);
+            if (!bytes)
+                return Then::NextStep;
+            reader->emplace(std::move(bytes).value());
+        }
+        std::optional<std::string> field = (*reader)->next();
+        if (!field)
+            return Then::NextStep;
         list.add(*std::move(field));
-        yield();
-        if (!goOn())
-            return;
-    }
+        return Then::Again;
+    };
 }
 
 } // namespace
 
 Fr_main::Fr_main(EntryList& Dirs, ApplicationFolder files)
     : Toolbar1(new WindowBar(this)), picPlane(new ExplorerPanel(this)), Tree1(picPlane->tree()),
-      mnu_fileex(new QAction(this)), Dirs_(Dirs), files_(std::move(files)), mdiArea_(new QMdiArea(this)) {
+      mnu_fileex(new QAction(this)), Dirs_(Dirs), files_(std::move(files)), mdiArea_(new QMdiArea(this)),
+      readingDirs_(*this), readingJumps_(*this) {
     setObjectName(QStringLiteral("Fr_main"));
     setWindowTitle(tr("Project"));
     setAccessibleName(tr("Project"));
@@ -52,17 +55,23 @@ Fr_main::Fr_main(EntryList& Dirs, ApplicationFolder files)
     makeMenus();
     connect(picPlane->tree(), &DirectoryView::picked, this, &Fr_main::openSelectedFile);
     connect(picPlane, &ExplorerPanel::closeWanted, this, [this] { setExplorerVisible(false); });
-    connect(mdiArea_, &QMdiArea::subWindowActivated, this, &Fr_main::showMenusOfActiveWindow);
-    // Tab is a character in an editor, so the way between the tree and the editors needs a key of its own.
-    auto* other = new QShortcut(QKeySequence(Qt::Key_F6), this);
-    connect(other, &QShortcut::activated, this, &Fr_main::switchFocus);
+    front_ = std::make_unique<FrontWindow>(FrontWindow::House{*this, *mdiArea_, *Toolbar1, *Tree1}, ownMenus_);
+    makeKeys();
 }
 
-// Child windows are hidden one by one while the main window is torn down: none of that is news any more.
-Fr_main::~Fr_main() {
-    mdiArea_->disconnect(this);
-    for (QMdiSubWindow* window : mdiArea_->subWindowList())
-        window->disconnect(this);
+Fr_main::~Fr_main() = default;
+
+void Fr_main::makeKeys() {
+    const auto key = [this](const QKeySequence& sequence, auto act) {
+        const auto* shortcut = new QShortcut(sequence, this);
+        connect(shortcut, &QShortcut::activated, this, act);
+    };
+    // Tab is a character in an editor, so the ways between the windows need keys of their own.
+    key(Qt::Key_F6, [this] { front_->goAround(); });
+    key(Qt::CTRL | Qt::Key_Tab, [this] { front_->walk(1); });
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { front_->walk(-1); });
+    for (int button = 0; button < 9; ++button)
+        key(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + button), [this, button] { front_->bringUpButton(button); });
 }
 
 void Fr_main::layOut() {
@@ -83,61 +92,57 @@ void Fr_main::layOut() {
 }
 
 bool Fr_main::load() {
-    const QPointer<Fr_main> self(this);
+    isLoaded_ = true;
     const std::string dirsPath = files_.readPath(directoryListFile);
-    if (FileExists(dirsPath)) {
-        const Reading reading = readDirs(dirsPath);
-        if (reading == Reading::WindowGone)
-            return false;
-        fillTree();
-        setExplorerVisible(true);
-    } else {
-        setExplorerVisible(false);
-        Q_EMIT directoryEditorWanted();
-        if (!self || closed_)
-            return false;
-    }
+    const LongWork::Steps firstRun{[this] {
+        askForDirs();
+        return LongWork::Then::End;
+    }};
+    if (readingDirs_.run(FileExists(dirsPath) ? stepsOfReadingDirs(dirsPath) : firstRun) != LongWork::Outcome::Finished)
+        return false;
     const std::string jumpsPath = files_.readPath(jumpListFile);
-    if (FileExists(jumpsPath))
-        readList(jumpsPath, jumps, [&self] { return self && !self->closed_; });
-    return self && !closed_;
+    return !FileExists(jumpsPath) || readingJumps_.run({readingOf(jumpsPath, jumps)}) == LongWork::Outcome::Finished;
+}
+
+void Fr_main::setVisible(bool visible) {
+    if (visible && !isLoaded_ && !load())
+        return;
+    QMainWindow::setVisible(visible);
+}
+
+void Fr_main::askForDirs() {
+    setExplorerVisible(false);
+    Q_EMIT directoryEditorWanted();
 }
 
 void Fr_main::loaddirs() {
     const std::string path = files_.readPath(directoryListFile);
-    if (!FileExists(path))
-        return;
-    ClearDirs(Dirs_);
-    if (readDirs(path) == Reading::Finished)
-        showDirs();
+    if (FileExists(path))
+        readingDirs_.run(stepsOfReadingDirs(path));
+}
+
+// The list is emptied by a step: reading that is under way has then ended and adds no more.
+LongWork::Steps Fr_main::stepsOfReadingDirs(const std::string& path) {
+    return {[this] {
+                ClearDirs(Dirs_);
+                return LongWork::Then::NextStep;
+            },
+            readingOf(path, Dirs_),
+            [this] {
+                showDirs();
+                return LongWork::Then::End;
+            }};
 }
 
 void Fr_main::showDirs() {
-    fillTree();
+    for (const std::string& entry : Dirs_)
+        picPlane->model().addDirectory(entry);
     setExplorerVisible(true);
 }
 
-// A second reading that begins while one is under way empties the list and fills it: the first must add no more.
-Fr_main::Reading Fr_main::readDirs(const std::string& path) {
-    const QPointer<Fr_main> self(this);
-    const int reading = ++readings_;
-    Reading state = Reading::Finished;
-    readList(path, Dirs_, [&] {
-        if (!self || self->closed_)
-            state = Reading::WindowGone;
-        else if (self->readings_ != reading)
-            state = Reading::Overtaken;
-        return state == Reading::Finished;
-    });
-    return state;
-}
-
-void Fr_main::fillTree() {
-    for (const std::string& entry : Dirs_)
-        picPlane->model().addDirectory(entry);
-}
-
 void Fr_main::setExplorerVisible(bool visible) {
+    if (!visible)
+        front_->leave(*picPlane);
     picPlane->setVisible(visible);
     mnu_fileex->setChecked(visible);
 }
@@ -150,11 +155,10 @@ void Fr_main::openSelectedFile() {
     const std::string path = picPlane->model().keyOf(selected.first());
     const bool isPlacementData = FoldedSearch("aidata.ini").find(path) != FoldedSearch::npos;
     if (isPlacementData && isSignalConnected(QMetaMethod::fromSignal(&Fr_main::placementWanted))) {
-        const QPointer<Fr_main> self(this);
-        const bool yes = askYesNo(this, tr("Would you like to open This with the AI building placement Editor?"));
-        if (!self)
+        const auto yes = askYesNo(*this, tr("Would you like to open This with the AI building placement Editor?"));
+        if (!yes)
             return;
-        if (yes) {
+        if (*yes) {
             Q_EMIT placementWanted(path);
             return;
         }
@@ -162,16 +166,7 @@ void Fr_main::openSelectedFile() {
     Q_EMIT fileChosen(path);
 }
 
-void Fr_main::switchFocus() {
-    if (!Tree1->hasFocus()) {
-        Tree1->setFocus(Qt::ShortcutFocusReason);
-    } else if (QMdiSubWindow* active = mdiArea_->currentSubWindow()) {
-        active->setFocus(Qt::ShortcutFocusReason);
-    }
-}
-
 void Fr_main::closeEvent(QCloseEvent* event) {
-    closed_ = true;
     event->accept();
     Q_EMIT closed();
 }

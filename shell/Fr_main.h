@@ -1,13 +1,16 @@
 #pragma once
 
 #include "platform/text/EntryList.h"
+#include "platform/widgets/LongWork.h"
 #include "shell/application_folder.h"
 #include "shell/ExplorerPanel.h"
+#include "shell/FrontWindow.h"
 #include "shell/WindowBar.h"
 
 #include <QMainWindow>
 #include <QMetaMethod>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,17 +30,23 @@ public:
     ~Fr_main() override;
 
     // Reads both list files and fills the tree; without a directory list it hides the panel and asks for the directory
-    // editor. Serves events in the middle. False when the window was closed or deleted meanwhile: then do not touch
-    // or show it. What cannot be read is left out silently. Called once.
-    [[nodiscard]] bool load();
+    // editor. Serves events. False when the window was closed meanwhile: then do not show it. What cannot be read is
+    // left out silently. The first showing of the window loads it, unless that was done before; once is enough.
+    bool load();
+
+    // Loads the window first if need be; closed while it loads, it stays hidden.
+    void setVisible(bool visible) override;
 
     // Reads the directory list anew and adds to the tree what is new; nodes are never removed. Shows the panel.
-    // Does nothing without a directory list. Serves events in the middle; the window may be gone when it returns.
+    // Does nothing without a directory list. Serves events.
     void loaddirs();
     // Adds what `Dirs` holds to the tree.
     void showDirs();
 
     [[nodiscard]] QMdiArea* mdiArea() const { return mdiArea_; }
+
+    // Decides which child window is in front.
+    [[nodiscard]] FrontWindow& front() const { return *front_; }
 
     [[nodiscard]] bool explorerVisible() const { return !picPlane->isHidden(); }
 
@@ -70,33 +79,32 @@ protected:
     void disconnectNotify(const QMetaMethod& signal) override;
 
 private:
-    enum class Reading { Finished, Overtaken, WindowGone };
-
     struct Announcement {
         QAction* item;
         QMetaMethod signal;
     };
 
     void layOut();
-    Reading readDirs(const std::string& path);
-    void fillTree();
+    void makeKeys();
+    [[nodiscard]] LongWork::Steps stepsOfReadingDirs(const std::string& path);
+    void askForDirs();
     void openSelectedFile();
-    void switchFocus();
 
     void makeMenus();
     QMenu* makeMenu(const QString& name, const QString& caption);
     QAction* makeItem(QMenu* menu, const QString& name, const QString& caption);
     void makeAnnouncing(QAction* item, void (Fr_main::*signal)());
     void enableItems();
-    void showMenusOfActiveWindow();
 
     EntryList& Dirs_;
     ApplicationFolder files_;
     QMdiArea* mdiArea_;
     QList<QAction*> ownMenus_; // the menu bar while no child window brings menus
     std::vector<Announcement> announcements_;
-    int readings_ = 0; // of the directory list, begun so far
-    bool closed_ = false;
+    std::unique_ptr<FrontWindow> front_;
+    LongWork readingDirs_;
+    LongWork readingJumps_;
+    bool isLoaded_ = false; // or being loaded
 };
 
 } // namespace blockhouse

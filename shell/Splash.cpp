@@ -1,6 +1,7 @@
 #include "shell/Splash.h"
 
 #include "platform/text/units.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/message_box.h"
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
@@ -8,14 +9,12 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QScreen>
 
 namespace blockhouse {
 
 // No Qt::SplashScreen: showing one serves events, and the window may be left, and be gone, before show() returns.
 Splash::Splash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
-    setAttribute(Qt::WA_X11NetWmWindowTypeSplash);
     setObjectName(QStringLiteral("Splash"));
     setWindowTitle(applicationTitle);
     setWindowIcon(applicationIcon());
@@ -30,6 +29,8 @@ Splash::Splash() : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint) {
 
 void Splash::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    // The toolkit drops it as long as the window does not exist in the window system.
+    setAttribute(Qt::WA_X11NetWmWindowTypeSplash);
     QRect frame = rect();
     frame.moveCenter(screen()->geometry().center());
     move(frame.topLeft());
@@ -71,9 +72,7 @@ void Splash::closeEvent(QCloseEvent* event) {
 
 void Splash::waitThenLeave() {
     constexpr double seconds = 2;
-    const QPointer<Splash> self(this);
-    Pause(seconds);
-    if (self)
+    if (stillOpenAfter(*this, [] { Pause(seconds); }))
         leave();
 }
 
@@ -82,9 +81,7 @@ void Splash::leave() {
         return;
     left_ = true;
     timer_.stop(); // a pause that begins while the main window loads would hold it up
-    const QPointer<Splash> self(this);
-    Q_EMIT mainWindowWanted();
-    if (self)
+    if (stillOpenAfter(*this, [this] { Q_EMIT mainWindowWanted(); }))
         close();
 }
 

@@ -6,8 +6,6 @@
 
 #include <QAction>
 #include <QLayout>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QToolButton>
 
 #include <algorithm>
@@ -23,14 +21,6 @@ QString keyOf(WindowHandle window) {
 
 WindowHandle windowBehind(const QAction* button) {
     return button->property(keyProperty).toString().mid(1).toLongLong();
-}
-
-// A child window that is minimised takes the focus with it.
-void activate(WindowHandle window) {
-    const QWidget* widget = windowOf(window);
-    auto* frame = qobject_cast<QMdiSubWindow*>(widget ? widget->parentWidget() : nullptr);
-    if (frame && frame->mdiArea())
-        frame->mdiArea()->setActiveSubWindow(frame);
 }
 
 } // namespace
@@ -57,6 +47,12 @@ void WindowBar::addWindow(WindowHandle window, const QString& caption) {
     pressOnly(button ? button : makeButton(window, caption));
 }
 
+void WindowBar::addMinimised(WindowHandle window, const QString& caption) {
+    if (!buttonOf(window))
+        makeButton(window, caption);
+    ShowWindow(window, ShowCommand::Minimise);
+}
+
 void WindowBar::removeWindow(WindowHandle window) {
     if (QAction* button = buttonOf(window)) {
         removeAction(button);
@@ -66,13 +62,38 @@ void WindowBar::removeWindow(WindowHandle window) {
 
 void WindowBar::toggle(QAction* button) {
     const WindowHandle window = windowBehind(button);
-    if (WinState(window) == 1) {
-        ShowWindow(window, ShowCommand::Maximise);
-        pressOnly(button);
-    } else {
-        ShowWindow(window, ShowCommand::Minimise);
-        button->setChecked(false);
-    }
+    if (WinState(window) == 1)
+        return bringUp(button);
+    ShowWindow(window, ShowCommand::Minimise);
+    button->setChecked(false);
+    Q_EMIT minimised();
+}
+
+bool WindowBar::bringUp(WindowHandle window) {
+    QAction* button = buttonOf(window);
+    if (button)
+        bringUp(button);
+    return button != nullptr;
+}
+
+void WindowBar::bringUp(QAction* button) {
+    ShowWindow(windowBehind(button), ShowCommand::Maximise);
+    pressOnly(button);
+}
+
+QWidget* WindowBar::windowOfButton(int index) const {
+    const QList<QAction*> buttons = actions();
+    return index < buttons.size() ? windowOf(windowBehind(buttons.at(index))) : nullptr;
+}
+
+bool WindowBar::takeKeyboard() {
+    const QList<QAction*> buttons = actions();
+    if (buttons.isEmpty())
+        return false;
+    const auto pressed =
+        std::find_if(buttons.begin(), buttons.end(), [](QAction* button) { return button->isChecked(); });
+    widgetForAction(pressed == buttons.end() ? buttons.first() : *pressed)->setFocus(Qt::TabFocusReason);
+    return true;
 }
 
 void WindowBar::pressOnly(QAction* button) {
@@ -84,7 +105,7 @@ void WindowBar::pressOnly(QAction* button) {
         other->setChecked(false);
         ShowWindow(windowBehind(other), ShowCommand::Minimise);
     }
-    activate(windowBehind(button));
+    Q_EMIT broughtUp(windowBehind(button));
 }
 
 QAction* WindowBar::buttonOf(WindowHandle window) const {

@@ -14,15 +14,32 @@ class WindowBar : public QToolBar {
 public:
     explicit WindowBar(QWidget* parent);
 
-    // A new pressed button at the end; all others are released and their windows minimised. For a window that has a
-    // button already, that one is meant.
+    // A new pressed button at the end; all others are released, their windows minimised, and its own window is brought
+    // up. For a window that has a button already, that one is meant.
     void addWindow(WindowHandle window, const QString& caption);
+    // A new released button at the end; the window is minimised.
+    void addMinimised(WindowHandle window, const QString& caption);
     // Does nothing when the window has no button.
     void removeWindow(WindowHandle window);
+
+    // Shows the window maximised, alone, its button pressed. False when it has no button.
+    bool bringUp(WindowHandle window);
+
+    // The window of a button counted from 0; null without such a button or when the window has gone.
+    [[nodiscard]] QWidget* windowOfButton(int index) const;
+
+    // The keyboard goes to the pressed button, or the first one. False when there is none.
+    bool takeKeyboard();
+
+Q_SIGNALS:
+    // The window is shown alone and is to get the keyboard.
+    void broughtUp(blockhouse::WindowHandle window);
+    void minimised();
 
 private:
     // A minimised window is brought up maximised, alone; any other is minimised.
     void toggle(QAction* button);
+    void bringUp(QAction* button);
     void pressOnly(QAction* button);
     [[nodiscard]] QAction* buttonOf(WindowHandle window) const;
     QAction* makeButton(WindowHandle window, const QString& caption);

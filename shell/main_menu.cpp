@@ -1,13 +1,9 @@
-// The main window's menus, and whose menus its menu bar shows.
-#include "platform/widgets/MenuSource.h"
+// The main window's own menus.
 #include "platform/widgets/message_box.h"
 #include "shell/Fr_main.h"
 
 #include <QAction>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenu>
-#include <QMenuBar>
 
 namespace blockhouse {
 namespace {
@@ -68,7 +64,6 @@ void Fr_main::makeMenus() {
     ownMenus_.append(about);
 
     enableItems();
-    menuBar()->addActions(ownMenus_);
 }
 
 void Fr_main::enableItems() {
@@ -83,26 +78,6 @@ void Fr_main::connectNotify(const QMetaMethod&) {
 void Fr_main::disconnectNotify(const QMetaMethod&) {
     // Later: the toolkit holds a lock here that asking for connections needs too.
     QMetaObject::invokeMethod(this, &Fr_main::enableItems, Qt::QueuedConnection);
-}
-
-void Fr_main::showMenusOfActiveWindow() {
-    QList<QAction*> wanted = ownMenus_;
-    // Not the signal's window: that is none whenever the main window itself is not the active one.
-    const QMdiSubWindow* active = mdiArea_->currentSubWindow();
-    if (active)
-        connect(active, &QMdiSubWindow::windowStateChanged, this, &Fr_main::showMenusOfActiveWindow,
-                Qt::UniqueConnection);
-    // Nobody works in a window that is minimised, and the way to the other windows leads through our own menus.
-    const bool worksInChild = active && !active->isMinimized();
-    if (auto* source = dynamic_cast<MenuSource*>(worksInChild ? active->widget() : nullptr)) {
-        wanted.clear();
-        for (const QMenu* menu : source->menus())
-            wanted.append(menu->menuAction());
-    }
-    if (menuBar()->actions() == wanted)
-        return;
-    menuBar()->clear();
-    menuBar()->addActions(wanted);
 }
 
 } // namespace blockhouse

@@ -3,13 +3,13 @@
 #include "platform/system/volumes.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/LongWork.h"
 #include "platform/widgets/message_box.h"
 #include "tools/PathLabel.h"
 
 #include <QCloseEvent>
 #include <QDir>
 #include <QFile>
-#include <QPointer>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -189,9 +189,7 @@ void Fr_Directory::closeEvent(QCloseEvent* event) {
     for (int row = 0; row < List1->count(); ++row)
         Dirs_.add(pathAt(row));
     save_(Dirs_);
-    const QPointer<Fr_Directory> self(this);
-    tell(this, tr("Directory's Saved"));
-    if (self)
+    if (stillOpenAfter(*this, [this] { tell(this, tr("Directory's Saved")); }))
         Q_EMIT directoriesSaved();
 }
 

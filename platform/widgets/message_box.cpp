@@ -1,6 +1,10 @@
 #include "platform/widgets/message_box.h"
 
+#include "platform/widgets/LongWork.h"
+
+#include <QApplication>
 #include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -8,7 +12,24 @@
 namespace blockhouse {
 namespace {
 
-QMessageBox::StandardButton ask(QWidget* parent, const QString& text, QMessageBox::StandardButtons buttons) {
+// A dialog lies above its parent in every window system, but not above a window that is kept on top.
+QWidget* dialogParent(QWidget* window) {
+    for (QWidget* top : QApplication::topLevelWidgets())
+        if (top->isVisible() && !top->isMinimized() && top->windowFlags().testFlag(Qt::WindowStaysOnTopHint))
+            return top;
+    return window;
+}
+
+// What `dialog` answers, or nothing when the window was closed meanwhile.
+template <typename Answer>
+Answered<Answer> ask(QWidget& window, const std::function<Answer(QWidget* parent)>& dialog) {
+    Answered<Answer> answer;
+    if (!stillOpenAfter(window, [&] { answer = dialog(dialogParent(&window)); }))
+        answer.reset();
+    return answer;
+}
+
+QMessageBox::StandardButton show(QWidget* parent, const QString& text, QMessageBox::StandardButtons buttons) {
     // On the heap and guarded: the parent, and with it the box, may be deleted while the box is open.
     const QPointer<QMessageBox> box = new QMessageBox(parent);
     box->setWindowTitle(applicationTitle);
@@ -24,22 +45,45 @@ QMessageBox::StandardButton ask(QWidget* parent, const QString& text, QMessageBo
     return static_cast<QMessageBox::StandardButton>(answer);
 }
 
+Answered<QMessageBox::StandardButton> ask(QWidget& window, const QString& text, QMessageBox::StandardButtons buttons) {
+    return ask<QMessageBox::StandardButton>(window, [&](QWidget* parent) { return show(parent, text, buttons); });
+}
+
+Answered<std::string> askForPath(QWidget& window, const std::function<QString(QWidget* parent)>& dialog) {
+    const Answered<QString> chosen = ask<QString>(window, dialog);
+    if (!chosen || chosen->isEmpty())
+        return std::nullopt;
+    return QFile::encodeName(*chosen).toStdString();
+}
+
 } // namespace
 
-void tell(QWidget* parent, const QString& text) {
-    ask(parent, text, QMessageBox::Ok);
+void tell(QWidget* window, const QString& text) {
+    if (window)
+        static_cast<void>(ask(*window, text, QMessageBox::Ok));
+    else
+        show(dialogParent(nullptr), text, QMessageBox::Ok);
 }
 
-bool tellOneOfMany(QWidget* parent, const QString& text) {
-    return ask(parent, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+bool tellOneOfMany(QWidget& window, const QString& text) {
+    return ask(window, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
 }
 
-void tellFileError(QWidget* parent, const QString& attempt, const FileError& error) {
-    tell(parent, QStringLiteral("%1\n%2\n%3").arg(displayed(error.path), attempt, QString::fromStdString(error.cause)));
+void tellFileError(QWidget* window, const QString& attempt, const FileError& error) {
+    tell(window, QStringLiteral("%1\n%2\n%3").arg(displayed(error.path), attempt, QString::fromStdString(error.cause)));
 }
 
-bool askYesNo(QWidget* parent, const QString& question) {
-    return ask(parent, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+Answered<bool> askYesNo(QWidget& window, const QString& question) {
+    const auto answer = ask(window, question, QMessageBox::Yes | QMessageBox::No);
+    return answer ? Answered<bool>(answer == QMessageBox::Yes) : std::nullopt;
+}
+
+Answered<std::string> askForFileToSave(QWidget& window, const QString& title, const QString& proposed) {
+    return askForPath(window, [&](QWidget* parent) { return QFileDialog::getSaveFileName(parent, title, proposed); });
+}
+
+Answered<std::string> askForFileToOpen(QWidget& window, const QString& title, const QString& proposed) {
+    return askForPath(window, [&](QWidget* parent) { return QFileDialog::getOpenFileName(parent, title, proposed); });
 }
 
 QString displayed(const std::string& path) {

@@ -1,7 +1,6 @@
 #include "platform/widgets/window_handles.h"
 
 #include <QHash>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QWidget>
@@ -70,15 +69,11 @@ void ShowWindow(WindowHandle handle, ShowCommand command) {
 }
 
 void bringUp(QWidget* window) {
-    QWidget* frame = frameOf(window);
-    if (frame->isMinimized())
-        frame->showNormal();
-    frame->show();
-    frame->raise();
-    if (auto* child = qobject_cast<QMdiSubWindow*>(frame); child && child->mdiArea())
-        child->mdiArea()->setActiveSubWindow(child);
-    else
-        frame->activateWindow();
+    if (window->isMinimized())
+        window->showNormal();
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 } // namespace blockhouse

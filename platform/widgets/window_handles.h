@@ -24,8 +24,7 @@ enum class ShowCommand { Maximise = 3, Minimise = 6 };
 // Does nothing when the window has gone.
 void ShowWindow(WindowHandle handle, ShowCommand command);
 
-// Shows a window, brings it back if it is minimised, and makes it the active one. For child windows of the main
-// window, the frame around them is meant.
+// Shows a top-level window, brings it back if it is minimised, and makes it the active one.
 void bringUp(QWidget* window);
 
 } // namespace blockhouse

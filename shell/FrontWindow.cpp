@@ -1,0 +1,276 @@
+#include "shell/FrontWindow.h"
+
+#include "platform/widgets/MenuSource.h"
+#include "shell/WindowBar.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <algorithm>
+#include <utility>
+
+namespace blockhouse {
+namespace {
+
+bool canBeSeen(const QMdiSubWindow* frame) {
+    return frame && !frame->isHidden() && !frame->isMinimized();
+}
+
+QMdiSubWindow* frameAround(QWidget& window) {
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(&window))
+        return frame;
+    return qobject_cast<QMdiSubWindow*>(window.parentWidget());
+}
+
+} // namespace
+
+FrontWindow::FrontWindow(const House& house, QList<QAction*> ownMenus) : house_(house), ownMenus_(std::move(ownMenus)) {
+    connect(&house_.area, &QMdiArea::subWindowActivated, this, &FrontWindow::onActivated);
+    connect(&house_.bar, &WindowBar::broughtUp, this, [this](WindowHandle window) {
+        QWidget* widget = windowOf(window);
+        QMdiSubWindow* shown = widget ? frameAround(*widget) : nullptr;
+        if (canBeSeen(shown)) {
+            makeFront(shown);
+            giveKeyboardTo(shown);
+        }
+    });
+    connect(&house_.bar, &WindowBar::minimised, this, &FrontWindow::settle);
+    showMenus();
+}
+
+QMdiSubWindow* FrontWindow::frame() const {
+    return canBeSeen(front_) ? front_.data() : nullptr;
+}
+
+// --- Bringing up ------------------------------------------------------------------------------------------------
+
+void FrontWindow::bringUp(QWidget& window) {
+    QMdiSubWindow* frame = frameAround(window);
+    if (!frame)
+        return;
+    if (frame->isMinimized())
+        frame->showNormal();
+    frame->show();
+    frame->raise();
+    makeFront(frame);
+    giveKeyboardTo(frame);
+}
+
+void FrontWindow::addToBar(WindowHandle window, const QString& caption) {
+    QWidget* widget = windowOf(window);
+    const QMdiSubWindow* opened = widget ? frameAround(*widget) : nullptr;
+    if (opened && opened == frame())
+        house_.bar.addWindow(window, caption);
+    else
+        house_.bar.addMinimised(window, caption);
+    settle();
+}
+
+void FrontWindow::bringUpAlone(QMdiSubWindow& frame) {
+    const WindowHandle window = frame.widget() ? handleOf(frame.widget()) : 0;
+    if (!frame.isMinimized() || !house_.bar.bringUp(window))
+        bringUp(frame);
+}
+
+// --- The rule ---------------------------------------------------------------------------------------------------
+
+void FrontWindow::watch(QMdiSubWindow* frame) {
+    if (lastUsed_.contains(frame))
+        return;
+    lastUsed_.prepend(frame);
+    frame->installEventFilter(this);
+    connect(frame, &QMdiSubWindow::windowStateChanged, this,
+            [this, frame](Qt::WindowStates before, Qt::WindowStates now) {
+                if (((before ^ now) & Qt::WindowMinimized) == 0)
+                    return;
+                // Tab would walk into a minimised window.
+                frame->setFocusPolicy(frame->isMinimized() ? Qt::NoFocus : Qt::StrongFocus);
+                settle();
+            });
+    connect(frame, &QObject::destroyed, this, [this, frame] {
+        lastUsed_.removeOne(frame);
+        walked_.removeOne(frame);
+        settleSoon();
+    });
+}
+
+bool FrontWindow::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::Hide:
+    case QEvent::Close:
+        settleSoon();
+        break;
+    case QEvent::KeyRelease:
+        if (static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Control)
+            endWalk();
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::ApplicationStateChange:
+        endWalk();
+        break;
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+// None is active also while another program is, or while the main window is hidden: that changes nothing here.
+void FrontWindow::onActivated(QMdiSubWindow* frame) {
+    if (!frame)
+        return;
+    watch(frame);
+    if (canBeSeen(frame))
+        makeFront(frame);
+    else
+        settle();
+}
+
+void FrontWindow::settleSoon() {
+    if (std::exchange(settlesSoon_, true))
+        return;
+    // The toolkit is in the middle of something, and goes on with the window.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            settlesSoon_ = false;
+            settle();
+        },
+        Qt::QueuedConnection);
+}
+
+void FrontWindow::settle() {
+    QMdiSubWindow* wanted = canBeSeen(front_) ? front_.data() : topmostVisible();
+    const bool isLost = keyboardIsNowhere() || (keyboardIsIn(house_.area) && !(wanted && keyboardIsIn(*wanted)));
+    makeFront(wanted);
+    if (!isLost)
+        return;
+    if (wanted)
+        giveKeyboardTo(wanted);
+    else
+        giveKeyboardToTree();
+}
+
+void FrontWindow::makeFront(QMdiSubWindow* frame) {
+    front_ = frame;
+    if (frame) {
+        watch(frame);
+        if (walked_.isEmpty() && lastUsed_.first() != frame)
+            lastUsed_.move(lastUsed_.indexOf(frame), 0);
+    }
+    if (house_.area.activeSubWindow() != frame)
+        house_.area.setActiveSubWindow(frame);
+    showMenus();
+}
+
+QMdiSubWindow* FrontWindow::topmostVisible() const {
+    const QList<QMdiSubWindow*> frames = house_.area.subWindowList(QMdiArea::StackingOrder);
+    const auto found = std::find_if(frames.rbegin(), frames.rend(), canBeSeen);
+    return found == frames.rend() ? nullptr : *found;
+}
+
+void FrontWindow::showMenus() {
+    QList<QAction*> wanted = ownMenus_;
+    if (auto* source = dynamic_cast<MenuSource*>(frame() ? frame()->widget() : nullptr)) {
+        wanted.clear();
+        for (const QMenu* menu : source->menus())
+            wanted.append(menu->menuAction());
+    }
+    QMenuBar* menus = house_.mainWindow.menuBar();
+    if (menus->actions() == wanted)
+        return;
+    menus->clear();
+    menus->addActions(wanted);
+}
+
+// --- The keyboard -----------------------------------------------------------------------------------------------
+
+bool FrontWindow::keyboardIsIn(const QWidget& widget) const {
+    const QWidget* focus = house_.mainWindow.focusWidget();
+    return focus && (focus == &widget || widget.isAncestorOf(focus));
+}
+
+bool FrontWindow::keyboardIsNowhere() const {
+    const QWidget* focus = house_.mainWindow.focusWidget();
+    return !focus || focus == &house_.mainWindow || !focus->isVisibleTo(&house_.mainWindow);
+}
+
+void FrontWindow::giveKeyboardTo(QMdiSubWindow* frame) {
+    if (frame->widget() && !keyboardIsIn(*frame->widget()))
+        frame->widget()->setFocus(Qt::OtherFocusReason);
+}
+
+void FrontWindow::giveKeyboardToTree() {
+    if (house_.tree.isVisibleTo(&house_.mainWindow))
+        house_.tree.setFocus(Qt::OtherFocusReason);
+    else
+        house_.area.setFocus(Qt::OtherFocusReason);
+}
+
+void FrontWindow::leave(const QWidget& panel) {
+    if (!keyboardIsIn(panel))
+        return;
+    if (QMdiSubWindow* front = frame())
+        giveKeyboardTo(front);
+    else
+        house_.area.setFocus(Qt::OtherFocusReason);
+}
+
+void FrontWindow::goAround() {
+    const bool isInTree = keyboardIsIn(house_.tree);
+    const bool isInBar = keyboardIsIn(house_.bar);
+    if (isInTree && frame())
+        return giveKeyboardTo(frame());
+    if (!isInBar && house_.bar.takeKeyboard())
+        return;
+    if (!isInTree && house_.tree.isVisibleTo(&house_.mainWindow))
+        return giveKeyboardToTree();
+    if (frame())
+        giveKeyboardTo(frame());
+}
+
+// --- Walking through the windows --------------------------------------------------------------------------------
+
+void FrontWindow::walk(int step) {
+    if (walked_.isEmpty())
+        beginWalk();
+    if (walked_.isEmpty())
+        return;
+    const qsizetype count = walked_.size();
+    // From no window at all, both ways begin at the end they lead to.
+    walkedTo_ = walkedTo_ < 0 && step < 0 ? count - 1 : (walkedTo_ + step + count) % count;
+    bringUpAlone(*walked_.at(walkedTo_));
+}
+
+void FrontWindow::beginWalk() {
+    for (QMdiSubWindow* frame : std::as_const(lastUsed_))
+        if (!frame->isHidden())
+            walked_.append(frame);
+    if (walked_.isEmpty())
+        return;
+    const bool startsAtFront = frame() && walked_.first() == frame();
+    walkedTo_ = startsAtFront ? 0 : -1;
+    qApp->installEventFilter(this); // for the key's release
+}
+
+void FrontWindow::endWalk() {
+    if (walked_.isEmpty())
+        return;
+    qApp->removeEventFilter(this);
+    walked_.clear();
+    if (front_)
+        makeFront(front_);
+}
+
+void FrontWindow::bringUpButton(int index) {
+    QWidget* window = house_.bar.windowOfButton(index);
+    if (QMdiSubWindow* frame = window ? frameAround(*window) : nullptr)
+        bringUpAlone(*frame);
+}
+
+} // namespace blockhouse

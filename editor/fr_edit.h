@@ -94,7 +94,8 @@ private:
     [[nodiscard]] QSize outerSize() const;
 
     [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, std::ptrdiff_t startout);
-    [[nodiscard]] LongWork::Steps stepsOfFormatting();
+    enum class TextToFormat { InTheBox, OfTheFile };
+    [[nodiscard]] LongWork::Steps stepsOfFormatting(TextToFormat text);
     // Serves events.
     void progress(double value, double maximum);
     [[nodiscard]] LongWork::Then readFile(const std::string& path);

@@ -57,11 +57,7 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, std::ptrdiff_t 
         progress(10, 10);
         return Then::NextStep;
     });
-    steps.emplace_back([this] {
-        txt_edit->setText(Filetext);
-        return Then::NextStep;
-    });
-    for (LongWork::Step& step : stepsOfFormatting())
+    for (LongWork::Step& step : stepsOfFormatting(TextToFormat::OfTheFile))
         steps.push_back(std::move(step));
     steps.emplace_back([this] {
         thebar->Cls();
@@ -122,29 +118,33 @@ int fr_edit::blockToSelect(std::ptrdiff_t startout) const {
 }
 
 void fr_edit::FormatBox() {
-    work_.run(stepsOfFormatting(), LongWork::Pointer::Hourglass);
+    work_.run(stepsOfFormatting(TextToFormat::InTheBox), LongWork::Pointer::Hourglass);
 }
 
-// One lock for both passes: between two of them the window would show the keywords without the comments.
-LongWork::Steps fr_edit::stepsOfFormatting() {
+// One lock for all of it: in between, the window would show the text without colours, or without its comments'. What
+// changes before the window is locked would be painted in any case.
+LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
     using Then = LongWork::Then;
 
     struct Formatting {
-        explicit Formatting(fr_edit& editor) : lock(&editor), keywords(*editor.txt_edit, KeywordColor, KeywordList()) {}
+        explicit Formatting(QWidget* window) : lock(window) {}
 
         WindowUpdateLock lock;
-        KeywordPass keywords;
+        std::optional<KeywordPass> keywords;
     };
 
     const auto formatting = std::make_shared<std::optional<Formatting>>();
-    return {[this, formatting] {
+    return {[this, formatting, text] {
+                formatting->emplace(this);
                 Combo1->clear();
-                formatting->emplace(*this);
+                if (text == TextToFormat::OfTheFile)
+                    txt_edit->setText(Filetext);
+                (*formatting)->keywords.emplace(*txt_edit, KeywordColor, KeywordList());
                 return Then::NextStep;
             },
-            [formatting] { return (*formatting)->keywords.colourNext() ? Then::Again : Then::NextStep; },
+            [formatting] { return (*formatting)->keywords->colourNext() ? Then::Again : Then::NextStep; },
             [this, formatting] {
-                (*formatting)->keywords.restoreView(this);
+                (*formatting)->keywords->restoreView(this);
                 HighlightFromChar(this, *txt_edit, CommentHighlight, CommentDelimiter, false);
                 formatting->reset();
                 return Then::NextStep;

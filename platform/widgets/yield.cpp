@@ -8,6 +8,8 @@ namespace {
 
 constexpr qint64 interval = 8; // milliseconds
 
+bool isEager = false;
+
 } // namespace
 
 void yield() {
@@ -16,10 +18,18 @@ void yield() {
         timer.start();
         return timer;
     }();
-    if (sinceLast.elapsed() < interval)
+    if (!isEager && sinceLast.elapsed() < interval)
         return;
     QCoreApplication::processEvents();
     sinceLast.restart();
+}
+
+EagerYield::EagerYield() {
+    isEager = true;
+}
+
+EagerYield::~EagerYield() {
+    isEager = false;
 }
 
 } // namespace blockhouse

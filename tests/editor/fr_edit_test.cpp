@@ -2,6 +2,7 @@
 #include "platform/system/files.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/window_lock.h"
+#include "platform/widgets/yield.h"
 #include "tests/editor/box_look.h"
 #include "tests/editor/FakeHost.h"
 #include "tests/support/MessageBoxReader.h"
@@ -12,9 +13,11 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QTest>
 
 #include <functional>
 #include <numeric>
+#include <set>
 
 namespace blockhouse {
 namespace {
@@ -211,6 +214,39 @@ TEST_F(FrEdit, FormatBoxShowsTheHourglassAndKeepsTheView) {
         EXPECT_FALSE(QGuiApplication::overrideCursor());
         EXPECT_TRUE(editor_->updatesEnabled());
     }
+}
+
+// Neither without colours nor with the keywords alone, however often events are served.
+TEST_F(FrEdit, ATextIsPaintedOnlyWhenAllOfItHasItsColours) {
+    struct Painting : QObject {
+        explicit Painting(const RichTextBox& shown) : box(shown) {}
+
+        bool eventFilter(QObject*, QEvent* event) override {
+            if (event->type() == QEvent::Paint && box.textLength() > 0)
+                looks.insert(look(box));
+            return false;
+        }
+
+        const RichTextBox& box;
+        std::set<std::string> looks;
+    };
+
+    const EagerYield eager;
+    area_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(area_));
+    frame_->show();
+    Painting painting(*editor_->txt_edit);
+    editor_->txt_edit->viewport()->installEventFilter(&painting);
+    host_.onProgress = [] { QCoreApplication::processEvents(); };
+    open("Object Alphaone\r\nEnd ; done\r\n");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(painting.looks, std::set<std::string>{"kkkkkk...........kkk.hhhhhh.."});
+    editor_->txt_edit->setText("End ; done");
+    QCoreApplication::processEvents();
+    painting.looks.clear();
+    editor_->FormatBox();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(painting.looks, std::set<std::string>{"kkk.hhhhhh"});
 }
 
 TEST_F(FrEdit, AFileThatCannotBeReadIsToldAndItsWindowGoes) {

@@ -115,6 +115,38 @@ TEST_F(FindReference, WhatHappensDuringASearchTakesEffectAtOnce) {
     EXPECT_EQ(hits(), "") << "a second search for nothing";
 }
 
+TEST_F(FindReference, AHitThatIsClickedDuringTheSearchIsNotOpenedByTheReturnThatStartedIt) {
+    window_->Text1->setText(QStringLiteral("tower"));
+    area_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area_));
+    window_->Text1->setFocus();
+    const QSignalSpy chosen(window_, &fr_findref::hitChosen);
+    const auto clickTheFirstHit = [this] {
+        const QListView& list = *window_->List1;
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(list.model()->index(0, 0)).center());
+        EXPECT_TRUE(list.hasFocus());
+    };
+    duringSearch_ = [&] { duringSearch_ = clickTheFirstHit; }; // at the second file: there are hits
+    QTest::keyClick(window_->Text1, Qt::Key_Return);
+    EXPECT_EQ(window_->List1->currentIndex().row(), 0);
+    EXPECT_EQ(chosen.count(), 0);
+}
+
+TEST_F(FindReference, HitsAreSeenWhileTheSearchGoesOn) {
+    QImage empty;
+    window_->Text1->setText(QStringLiteral("tower"));
+    window_->show();
+    duringSearch_ = [&] {
+        empty = window_->List1->viewport()->grab().toImage();
+        duringSearch_ = [&] {
+            ASSERT_GT(window_->List1->model()->rowCount(), 0);
+            EXPECT_NE(window_->List1->viewport()->grab().toImage(), empty);
+        };
+    };
+    QTest::mouseClick(window_->command1, Qt::LeftButton);
+    EXPECT_FALSE(empty.isNull());
+}
+
 TEST_F(FindReference, ASearchEndsWhenItsWindowIsClosed) {
     QSignalSpy closed(window_, &fr_findref::closed);
     duringSearch_ = [this] { window_->parentWidget()->close(); };

@@ -5,10 +5,14 @@
 #include "shell/cursor_and_window_state.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QLayout>
+#include <QMenu>
+#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
+#include <vector>
 
 namespace blockhouse {
 namespace {
@@ -21,6 +25,19 @@ QString keyOf(WindowHandle window) {
 
 WindowHandle windowBehind(const QAction* button) {
     return button->property(keyProperty).toString().mid(1).toLongLong();
+}
+
+// The greatest width that no button exceeds when all are to fit into the room. At least every button's share of it.
+int widestThatFits(std::vector<int> widths, int room) {
+    std::sort(widths.begin(), widths.end());
+    auto left = static_cast<int>(widths.size());
+    for (const int width : widths) {
+        if (width * left > room)
+            return room / left;
+        room -= width;
+        --left;
+    }
+    return widths.empty() ? 0 : widths.back();
 }
 
 } // namespace
@@ -38,8 +55,34 @@ WindowBar::WindowBar(QWidget* parent) : QToolBar(parent) {
     layout()->setSpacing(0);
     // The design height, unless the desktop's font is too large for it.
     buttonHeight_ = std::max(toPixels(Twips{330}).value, fontMetrics().height() + 4);
-    // No upper limit: the buttons that do not fit open below the first row.
-    setMinimumHeight(buttonHeight_);
+    setFixedHeight(buttonHeight_);
+    makeMoreButton();
+}
+
+void WindowBar::makeMoreButton() {
+    windows_ = new QMenu(this);
+    connect(windows_, &QMenu::aboutToShow, this, &WindowBar::listWindows);
+    more_ = new QToolButton(this);
+    more_->setObjectName(QStringLiteral("moreWindows"));
+    more_->setAccessibleName(tr("All open files"));
+    more_->setToolTip(tr("All open files"));
+    more_->setText(QStringLiteral("\u00BB"));
+    more_->setPopupMode(QToolButton::InstantPopup);
+    more_->setMenu(windows_);
+    more_->setAutoRaise(true);
+    more_->setFocusPolicy(Qt::TabFocus);
+    more_->hide();
+}
+
+void WindowBar::listWindows() {
+    windows_->clear();
+    for (QAction* button : actions()) {
+        QAction* entry = windows_->addAction(button->icon(), button->text());
+        entry->setToolTip(button->toolTip());
+        entry->setCheckable(true);
+        entry->setChecked(button->isChecked());
+        connect(entry, &QAction::triggered, button, [this, button] { bringUp(button); });
+    }
 }
 
 void WindowBar::addWindow(WindowHandle window, const QString& caption) {
@@ -50,6 +93,7 @@ void WindowBar::addWindow(WindowHandle window, const QString& caption) {
 void WindowBar::addMinimised(WindowHandle window, const QString& caption) {
     if (!buttonOf(window))
         makeButton(window, caption);
+    fit();
     ShowWindow(window, ShowCommand::Minimise);
 }
 
@@ -57,6 +101,7 @@ void WindowBar::removeWindow(WindowHandle window) {
     if (QAction* button = buttonOf(window)) {
         removeAction(button);
         button->deleteLater(); // its own click may be what closed the window
+        fit();
     }
 }
 
@@ -105,6 +150,7 @@ void WindowBar::pressOnly(QAction* button) {
         other->setChecked(false);
         ShowWindow(windowBehind(other), ShowCommand::Minimise);
     }
+    fit();
     Q_EMIT broughtUp(windowBehind(button));
 }
 
@@ -121,8 +167,8 @@ QAction* WindowBar::makeButton(WindowHandle window, const QString& caption) {
     button->setCheckable(true);
     button->setProperty(keyProperty, keyOf(window));
     // Files of one name lie in several directories.
-    if (const QWidget* document = windowOf(window); document && !document->windowFilePath().isEmpty())
-        button->setToolTip(document->windowFilePath());
+    const QWidget* document = windowOf(window);
+    button->setToolTip(document && !document->windowFilePath().isEmpty() ? document->windowFilePath() : caption);
     connect(button, &QAction::triggered, this, [this, button] { toggle(button); });
     if (auto* face = qobject_cast<QToolButton*>(widgetForAction(button))) {
         face->setProperty(keyProperty, keyOf(window));
@@ -131,6 +177,77 @@ QAction* WindowBar::makeButton(WindowHandle window, const QString& caption) {
         face->setFocusPolicy(Qt::TabFocus);
     }
     return button;
+}
+
+// --- Room -------------------------------------------------------------------------------------------------------
+
+void WindowBar::resizeEvent(QResizeEvent* event) {
+    QToolBar::resizeEvent(event);
+    fit();
+}
+
+void WindowBar::changeEvent(QEvent* event) {
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        fit();
+}
+
+// What the toolkit's own layout of the bar leaves for buttons. One that did not fit would go to an extension, which
+// covers what lies below the bar.
+int WindowBar::room() const {
+    const int edge = style()->pixelMetric(QStyle::PM_ToolBarItemMargin, nullptr, this) +
+                     style()->pixelMetric(QStyle::PM_ToolBarFrameWidth, nullptr, this);
+    return width() - 2 * edge;
+}
+
+int WindowBar::naturalWidth(QAction* button) const {
+    button->setIconText(button->text());
+    QWidget* face = widgetForAction(button);
+    face->setMinimumWidth(0);
+    face->setMaximumWidth(QWIDGETSIZE_MAX);
+    return face->sizeHint().width();
+}
+
+void WindowBar::setButtonWidth(QAction* button, int width) {
+    const int beside = naturalWidth(button) - fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
+    button->setIconText(
+        fontMetrics().elidedText(button->text(), Qt::ElideMiddle, width - beside, Qt::TextShowMnemonic));
+    widgetForAction(button)->setFixedWidth(width);
+}
+
+void WindowBar::fit() {
+    const QList<QAction*> buttons = actions();
+    const auto count = static_cast<int>(buttons.size());
+    std::vector<int> widths;
+    for (QAction* button : buttons)
+        widths.push_back(naturalWidth(button));
+    const int narrowest = more_->sizeHint().width() + 16 + 4 * fontMetrics().averageCharWidth();
+    int widest = widestThatFits(widths, room());
+    int shown = count;
+    if (widest < narrowest && count > 1) {
+        const int beside = room() - more_->sizeHint().width();
+        shown = std::clamp(beside / narrowest, 1, count);
+        widest = std::max(beside / shown, 1);
+    }
+    more_->setVisible(shown < count);
+    more_->setGeometry(width() - more_->sizeHint().width(), 0, more_->sizeHint().width(), height());
+    for (int i = 0; i < count; ++i)
+        if (widths[static_cast<std::size_t>(i)] > widest)
+            setButtonWidth(buttons.at(i), widest);
+    const auto pressed =
+        std::find_if(buttons.begin(), buttons.end(), [](QAction* button) { return button->isChecked(); });
+    if (pressed != buttons.end()) {
+        const auto at = static_cast<int>(pressed - buttons.begin());
+        firstShown_ = std::clamp(firstShown_, at - shown + 1, at);
+    }
+    firstShown_ = std::clamp(firstShown_, 0, count - shown);
+    showStretch(firstShown_, shown);
+}
+
+void WindowBar::showStretch(int first, int count) {
+    const QList<QAction*> buttons = actions();
+    for (int i = 0; i < buttons.size(); ++i)
+        buttons.at(i)->setVisible(i >= first && i < first + count);
 }
 
 } // namespace blockhouse

@@ -4,10 +4,16 @@
 
 #include <QToolBar>
 
+class QMenu;
+class QToolButton;
+
 namespace blockhouse {
 
 // One button for each editor window, in the order in which they were opened. A button is pressed while its window is
 // the one that the bar brought up last. Its property "key" is the letter "a" followed by the window's handle.
+//
+// Where there is not room enough, captions are shortened on the screen. Where that is not enough either, a stretch of
+// the buttons is shown that holds the pressed one, and a menu at the right end lists them all.
 class WindowBar : public QToolBar {
     Q_OBJECT
 
@@ -36,6 +42,10 @@ Q_SIGNALS:
     void broughtUp(blockhouse::WindowHandle window);
     void minimised();
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
 private:
     // A minimised window is brought up maximised, alone; any other is minimised.
     void toggle(QAction* button);
@@ -43,8 +53,20 @@ private:
     void pressOnly(QAction* button);
     [[nodiscard]] QAction* buttonOf(WindowHandle window) const;
     QAction* makeButton(WindowHandle window, const QString& caption);
+    void makeMoreButton();
+    void listWindows();
+
+    // Gives the buttons the room there is.
+    void fit();
+    void showStretch(int first, int count);
+    void setButtonWidth(QAction* button, int width);
+    [[nodiscard]] int naturalWidth(QAction* button) const;
+    [[nodiscard]] int room() const;
 
     int buttonHeight_ = 0;
+    QToolButton* more_;
+    QMenu* windows_;     // of more_
+    int firstShown_ = 0; // of the stretch that is shown
 };
 
 } // namespace blockhouse

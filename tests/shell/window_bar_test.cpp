@@ -4,9 +4,13 @@
 #include <QAction>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace blockhouse {
 namespace {
@@ -32,6 +36,15 @@ protected:
     }
 
     void click(int index) const { QTest::mouseClick(button(index), Qt::LeftButton); }
+
+    void addWindows(int count) {
+        for (int i = 0; i < count; ++i) {
+            auto* editor = new QPlainTextEdit;
+            frames_.append(main_.mdiArea()->addSubWindow(editor));
+            frames_.last()->show();
+            main_.Toolbar1->addWindow(handleOf(editor), QStringLiteral("a long name %1.ini").arg(i));
+        }
+    }
 
     // A letter per window: minimised, maximised (capital X) or normal; a star for a pressed button.
     [[nodiscard]] std::string states() const {
@@ -73,14 +86,57 @@ TEST_F(WindowBarOfThree, ButtonsCarryTheKeyAndTheCaption) {
     EXPECT_LE(button(1)->geometry().bottom(), main_.Toolbar1->rect().bottom()) << "not cut off";
 }
 
-TEST_F(WindowBarOfThree, OpensToShowWhatDoesNotFit) {
-    main_.resize(200, 300);
-    auto* more = main_.Toolbar1->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
-    ASSERT_TRUE(more && QTest::qWaitFor([more] { return more->isVisible(); }));
-    EXPECT_FALSE(button(2)->isVisible());
+// However narrow, and however many.
+TEST_F(WindowBarOfThree, ThePressedButtonIsAlwaysInView) {
+    const auto* extension = main_.Toolbar1->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"));
+    const auto* more = main_.Toolbar1->findChild<QToolButton*>(QStringLiteral("moreWindows"));
+    ASSERT_TRUE(extension && more);
+    for (const int count : {0, 3, 20}) {
+        addWindows(count);
+        for (const int width : {900, 520, 300, 200}) {
+            main_.resize(width, 300);
+            QCoreApplication::processEvents();
+            const auto buttons = static_cast<int>(main_.Toolbar1->actions().size());
+            for (const int pressed : {0, buttons / 2, buttons - 1}) {
+                SCOPED_TRACE(std::to_string(buttons) + " at " + std::to_string(width) + ": " + std::to_string(pressed));
+                main_.front().bringUpButton(pressed);
+                QCoreApplication::processEvents();
+                ASSERT_TRUE(button(pressed)->isChecked());
+                EXPECT_TRUE(button(pressed)->isVisible());
+                EXPECT_TRUE(main_.Toolbar1->rect().contains(button(pressed)->geometry()));
+                EXPECT_FALSE(more->isVisible() && more->geometry().intersects(button(pressed)->geometry()));
+                EXPECT_FALSE(extension->isVisible());
+            }
+            const QList<QAction*> all = main_.Toolbar1->actions();
+            const bool allShown =
+                std::all_of(all.begin(), all.end(), [](const QAction* action) { return action->isVisible(); });
+            EXPECT_EQ(more->isVisible(), !allShown);
+        }
+    }
+    EXPECT_EQ(main_.Toolbar1->actions().at(5)->text(), QStringLiteral("a long name 2.ini"))
+        << "shortened on the screen";
+    EXPECT_EQ(button(5)->accessibleName(), QStringLiteral("a long name 2.ini"));
+}
+
+TEST_F(WindowBarOfThree, TheMenuAtItsEndLeadsToEveryWindow) {
+    addWindows(9);
+    main_.resize(300, 300);
+    QCoreApplication::processEvents();
+    auto* more = main_.Toolbar1->findChild<QToolButton*>(QStringLiteral("moreWindows"));
+    ASSERT_TRUE(more->isVisible());
+    QString entries;
+    QTimer::singleShot(0, [&entries] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(menu);
+        for (const QAction* entry : menu->actions())
+            entries += entry->text() + (entry->isChecked() ? QStringLiteral("* ") : QStringLiteral(" "));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(menu->actions().first()).center());
+    });
     QTest::mouseClick(more, Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return button(2)->isVisible(); }));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return main_.Toolbar1->rect().contains(button(2)->geometry()); }));
+    EXPECT_TRUE(entries.startsWith(QStringLiteral("a.ini b && c.ini d.ini a long name 0.ini a")))
+        << entries.toStdString();
+    EXPECT_TRUE(entries.endsWith(QStringLiteral("a long name 8.ini* "))) << entries.toStdString();
+    EXPECT_EQ(states(), "X* m m m m m m m m m m m ");
 }
 
 TEST_F(WindowBarOfThree, ForgetsWindowsAndSurvivesTheirEnd) {

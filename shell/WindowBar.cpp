@@ -221,7 +221,7 @@ void WindowBar::fit() {
     std::vector<int> widths;
     for (QAction* button : buttons)
         widths.push_back(naturalWidth(button));
-    const int narrowest = more_->sizeHint().width() + 16 + 4 * fontMetrics().averageCharWidth();
+    const int narrowest = more_->sizeHint().width() + iconSize().width() + 10 * fontMetrics().averageCharWidth();
     int widest = widestThatFits(widths, room());
     int shown = count;
     if (widest < narrowest && count > 1) {

@@ -41,6 +41,9 @@ start_program "$folder/blockhouse"
 splash=""
 wait_for 30 "window" first_window_shows
 [[ -n $splash ]] || fail "the main window came without a splash window"
+# So it is left out of task bars.
+titled=$(window_named '^Blockhouse$') || titled=""
+[[ -z $titled ]] || is_a_splash_window "$titled" || splash_has_gone || fail "the window system does not know it as a splash window"
 screenshot "$artefacts/1-splash.png" "$splash" || say "  (gone before a picture of it could be taken)"
 wait_for 30 "main window" window_named '^Project$' >/dev/null
 window=$(window_named '^Project$')

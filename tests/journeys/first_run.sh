@@ -63,6 +63,15 @@ has_size "$editor" "328 259" || fail "the directory editor is $(window_size "$ed
 resize_window "$window" 1000 600
 tree_is_gone "$window" || fail "there is a tree without directories"
 
+say "A message box opens above the directory editor, which lies above all other windows"
+xdotool windowactivate --sync "$window"
+press_key alt+a
+wait_for 10 "message box" window_named '^Blockhouse$' >/dev/null
+box=$(window_named '^Blockhouse$')
+wait_for 10 "message box above the directory editor" lies_above "$box" "$editor"
+lies_above "$editor" "$window" || fail "the directory editor lies below the main window"
+confirm "the program"
+
 say "Two steps down and a click on Add put a directory into the list"
 xdotool windowactivate --sync "$editor"
 click "$editor" 70 200 # below the lines, or on the last of them

@@ -198,6 +198,17 @@ window_named() {
   xdotool search --onlyvisible --name "$1" 2>/dev/null | awk 'NR == 1 { print; found = 1 } END { exit !found }'
 }
 
+is_a_splash_window() { xprop -id "$1" _NET_WM_WINDOW_TYPE 2>/dev/null | grep -q '= _NET_WM_WINDOW_TYPE_SPLASH'; }
+
+# lies_above <window> <other window>
+lies_above() {
+  xprop -root _NET_CLIENT_LIST_STACKING | tr -cs '0-9a-fx' '\n' | grep '^0x' |
+    awk -v upper="$(printf '0x%x' "$1")" -v lower="$(printf '0x%x' "$2")" '
+      $1 == lower { seen = 1 }
+      $1 == upper { above = seen }
+      END { exit !above }'
+}
+
 no_window_named() { ! window_named "$1" >/dev/null; }
 
 visible_windows() { xdotool search --onlyvisible --name '' 2>/dev/null | sort; }

@@ -93,7 +93,8 @@ private:
     void makeMenus();
     QMenu* makeMenu(const QString& name, const QString& caption);
     QAction* makeItem(QMenu* menu, const QString& name, const QString& caption);
-    void makeAnnouncing(QAction* item, void (Fr_main::*signal)());
+    void giveKey(QAction* item, const QKeySequence& key);
+    void makeAnnouncing(QAction* item, const QKeySequence& key, void (Fr_main::*signal)());
     void enableItems();
 
     EntryList& Dirs_;

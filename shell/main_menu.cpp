@@ -31,7 +31,14 @@ QAction* Fr_main::makeItem(QMenu* menu, const QString& objectName, const QString
     return item;
 }
 
-void Fr_main::makeAnnouncing(QAction* item, void (Fr_main::*signal)()) {
+// The key works while an editor's menus are shown instead of this one.
+void Fr_main::giveKey(QAction* item, const QKeySequence& key) {
+    item->setShortcut(key);
+    addAction(item);
+}
+
+void Fr_main::makeAnnouncing(QAction* item, const QKeySequence& key, void (Fr_main::*signal)()) {
+    giveKey(item, key);
     connect(item, &QAction::triggered, this, signal);
     announcements_.push_back({item, QMetaMethod::fromSignal(signal)});
 }
@@ -42,17 +49,20 @@ void Fr_main::makeMenus() {
     makeItem(file, QStringLiteral("mnu_savedir"), tr("&Save Directory list"))->setEnabled(false);
 
     QMenu* edit = makeMenu(QStringLiteral("mnu_edit"), tr("&Edit"));
-    makeAnnouncing(makeItem(edit, QStringLiteral("mnu_findR"), tr("&Find Refrence")), &Fr_main::findReferenceWanted);
+    makeAnnouncing(makeItem(edit, QStringLiteral("mnu_findR"), tr("&Find Refrence")), Qt::CTRL | Qt::SHIFT | Qt::Key_F,
+                   &Fr_main::findReferenceWanted);
 
     QMenu* view = makeMenu(QStringLiteral("mnu_view"), tr("&View"));
     makeAnnouncing(makeItem(view, QStringLiteral("mnu_diredit"), tr("&Directory Edit")),
-                   &Fr_main::directoryEditorWanted);
-    makeAnnouncing(makeItem(view, QStringLiteral("mnu_options"), tr("&Options")), &Fr_main::optionsWanted);
+                   Qt::CTRL | Qt::SHIFT | Qt::Key_D, &Fr_main::directoryEditorWanted);
+    makeAnnouncing(makeItem(view, QStringLiteral("mnu_options"), tr("&Options")), Qt::CTRL | Qt::SHIFT | Qt::Key_O,
+                   &Fr_main::optionsWanted);
     makeAnnouncing(makeItem(view, QStringLiteral("mnu_AIbuild"), tr("&AI building placement")),
-                   &Fr_main::placementEditorWanted);
+                   Qt::CTRL | Qt::SHIFT | Qt::Key_A, &Fr_main::placementEditorWanted);
     name(mnu_fileex, QStringLiteral("mnu_fileex"), tr("&File Explorer"));
     mnu_fileex->setCheckable(true);
     mnu_fileex->setChecked(explorerVisible());
+    giveKey(mnu_fileex, Qt::CTRL | Qt::SHIFT | Qt::Key_E);
     connect(mnu_fileex, &QAction::triggered, this, [this] { setExplorerVisible(!explorerVisible()); });
     view->addAction(mnu_fileex);
 

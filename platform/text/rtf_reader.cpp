@@ -39,7 +39,7 @@ public:
     void read(std::string_view piece) {
         source_ = piece;
         at_ = 0;
-        while (at_ < source_.size() && !ended_) {
+        while (at_ < source_.size() && !isOver_) {
             switch (source_[at_]) {
             case '{':
                 ++at_;
@@ -93,7 +93,7 @@ private:
             state_ = outer_.back();
             outer_.pop_back();
         }
-        ended_ = outer_.empty();
+        isOver_ = outer_.empty();
     }
 
     void readPlain() {
@@ -349,7 +349,7 @@ private:
 
     std::string_view source_; // the piece being read
     std::size_t at_ = 0;
-    bool ended_ = false;
+    bool isOver_ = false;
     bool ignorable_ = false;        // "\*" was just read
     std::int32_t fallbackLeft_ = 0; // characters still to be skipped
     GroupState state_;

@@ -14,17 +14,24 @@
 namespace blockhouse {
 namespace {
 
-// Keeps a window from being deleted when it is closed, and notes that it was. What gets closed is the frame around a
-// child window, or the window itself. Holds of one window may be nested.
+// What is closed, and deleted by that, when a widget goes away: the frame around a child window, or a top-level window.
+QWidget* closedWith(QWidget& widget) {
+    QWidget* window = &widget;
+    while (!window->isWindow() && !qobject_cast<QMdiSubWindow*>(window))
+        window = window->parentWidget();
+    return window;
+}
+
+// Keeps the window of a widget from being deleted when it is closed, and notes that it was. Holds of one window may be
+// nested.
 class HeldWindow : public QObject {
 public:
-    explicit HeldWindow(QWidget& window, std::function<void()> whenClosed = {})
-        : held_(qobject_cast<QMdiSubWindow*>(window.parentWidget()) ? window.parentWidget() : &window),
-          around_(held_->window()), deletes_(held_->testAttribute(Qt::WA_DeleteOnClose)),
+    explicit HeldWindow(QWidget& widget, std::function<void()> whenClosed = {})
+        : held_(closedWith(widget)), around_(held_->window()), deletes_(held_->testAttribute(Qt::WA_DeleteOnClose)),
           whenClosed_(std::move(whenClosed)) {
         held_->setAttribute(Qt::WA_DeleteOnClose, false);
         held_->installEventFilter(this);
-        connect(held_, &QObject::destroyed, this, &HeldWindow::noteClosed);
+        connect(&widget, &QObject::destroyed, this, &HeldWindow::noteClosed);
         if (around_ != held_)
             around_->installEventFilter(this);
     }
@@ -133,8 +140,8 @@ bool LongWork::isRunning() const {
     return state_->isRunning;
 }
 
-bool stillOpenAfter(QWidget& window, const std::function<void()>& act) {
-    const HeldWindow held(window);
+bool stillOpenAfter(QWidget& widget, const std::function<void()>& act) {
+    const HeldWindow held(widget);
     act();
     return held.isOpen();
 }

@@ -58,9 +58,9 @@ private:
     const std::shared_ptr<State> state_; // outlives the owner as long as run() is on the stack
 };
 
-// Runs something that serves events on behalf of a window: a dialog, a pause, a request that another window works on.
-// The window is not deleted meanwhile, so that the control that asked for it is still there. False when the window, or
-// the one around it, was closed: then there is nothing left to do for it.
-[[nodiscard]] bool stillOpenAfter(QWidget& window, const std::function<void()>& act);
+// Runs something that serves events on behalf of a window or of a control in it: a dialog, a pause, a request that
+// another window works on. The window is not deleted meanwhile, so that the control that asked for it is still there.
+// False when the window, or the one around it, was closed: then there is nothing left to do for it.
+[[nodiscard]] bool stillOpenAfter(QWidget& widget, const std::function<void()>& act);
 
 } // namespace blockhouse

@@ -3,10 +3,13 @@
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
 #include "findref/fr_findref.h"
+#include "placement/Form2.h"
 #include "platform/widgets/yield.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
+#include "tools/Fr_Directory.h"
+#include "tools/Fr_options.h"
 
 #include <gtest/gtest.h>
 #include <QAction>
@@ -226,6 +229,32 @@ TEST_F(FrontWindowOfThree, TheKeysOfTheMenusThatAreShownWorkFromTheTree) {
     QTest::mouseClick(main().Tree1->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
     press(Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(two->Filetext, "changed End ") << "its menus are not shown";
+}
+
+TEST_F(FrontWindowOfThree, TheMainWindowsCommandsHaveKeysThatWorkFromAnEditor) {
+    const Qt::KeyboardModifiers held = Qt::ControlModifier | Qt::ShiftModifier;
+    fr_edit* one = open(One);
+    press(Qt::Key_E, held);
+    EXPECT_FALSE(main().explorerVisible());
+    press(Qt::Key_E, held);
+    EXPECT_TRUE(main().explorerVisible());
+
+    const struct {
+        Qt::Key key;
+        QWidget& opens;
+    } windows[] = {{Qt::Key_F, program_->fr_findref()},
+                   {Qt::Key_O, program_->fr_options()},
+                   {Qt::Key_D, program_->fr_directory()},
+                   {Qt::Key_A, program_->form2()}};
+
+    for (const auto& [key, opens] : windows) {
+        main().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
+        QTest::mouseClick(one->txt_edit->viewport(), Qt::LeftButton);
+        EXPECT_FALSE(opens.isVisible());
+        press(key, held);
+        EXPECT_TRUE(opens.isVisible()) << opens.objectName().toStdString();
+    }
 }
 
 TEST_F(FrontWindowOfThree, CtrlTabLeadsThroughTheWindowsInTheOrderLastUsed) {

@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 #include <QAction>
-#include <QActionEvent>
 #include <QListView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -186,29 +185,6 @@ TEST_F(FrontWindowOfThree, ClosingAndMinimisingLeadToTheTopmostThatIsSeen) {
     EXPECT_FALSE(showsEditorMenus());
     clickBar(0);
     EXPECT_EQ(whereKeysGo(), "/two.ini with menus");
-}
-
-TEST_F(FrontWindowOfThree, AnotherProgramInFrontChangesNoMenus) {
-    struct ActionEvents : QObject {
-        int count = 0;
-
-        bool eventFilter(QObject*, QEvent* event) override {
-            count += event->type() == QEvent::ActionAdded || event->type() == QEvent::ActionRemoved;
-            return false;
-        }
-    } changes;
-
-    open(One);
-    main().menuBar()->installEventFilter(&changes);
-    QWidget other; // of another program, as far as the main window can tell
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-    EXPECT_TRUE(showsEditorMenus());
-    main().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
-    EXPECT_EQ(changes.count, 0);
-    EXPECT_EQ(whereKeysGo(), "/one.ini with menus");
 }
 
 TEST_F(FrontWindowOfThree, TheKeysOfTheMenusThatAreShownWorkFromTheTree) {

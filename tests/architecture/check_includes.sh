@@ -8,6 +8,7 @@
 # which sources are text rules. Then:
 #   - what a rules source includes, directly or not, is no Qt header and belongs to no windows source;
 #   - a folder includes itself and platform only; platform includes itself only; app includes any folder;
+#   - inside platform, text includes nothing else, system includes text, widgets those two, and richtext all of them;
 #   - what is written for one operating system (platform/system/<system>/) is included only from beside it;
 #   - no header includes itself by a detour.
 set -euo pipefail
@@ -40,6 +41,13 @@ find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' \) | sort |
     }
 
     function is_qt(name) { return name ~ /^(Q[A-Za-z]|Qsci\/)/ || name ~ /\/Q[A-Z]/ }
+
+    # The height of a room of platform; 0 for everything else.
+    function height(path) {
+      if (path !~ /^platform\/[^\/]+\//) return 0
+      split(path, part, "/")
+      return index("text    system  widgets richtext", part[2])
+    }
 
     function walk_rules(file, path,   i) {
       if (file in walked) return
@@ -92,6 +100,8 @@ find "${folders[@]}" -type f \( -name '*.h' -o -name '*.cpp' \) | sort |
         inside[file, ++inside_count[file]] = target
         from = folder_of(file); to = folder_of(target)
         if (from != to && from != "app" && (from == "platform" || to != "platform"))
+          complain("wrong direction: " file " includes " target)
+        if (height(file) && height(file) < height(target))
           complain("wrong direction: " file " includes " target)
         twin = target
         if (twin ~ /^platform\/system\/[^\/]+\// && sub(/[^\/]*$/, "", twin) && index(file, twin) != 1)

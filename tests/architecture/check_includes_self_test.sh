@@ -80,6 +80,14 @@ echo '#include "platform/system/posix/descriptor.h"' >>platform/text.cpp
 expect 'one operating system only: platform/text.cpp includes' 'a neutral file with one operating system'"'"'s header'
 
 sound_tree
+mkdir -p platform/text platform/widgets
+echo '#include "platform/text/paths.h"' >platform/widgets/box.h
+touch platform/text/paths.h
+expect '' 'a room of platform including one below it'
+echo '#include "platform/widgets/box.h"' >>platform/text/paths.h
+expect 'wrong direction: platform/text/paths.h includes platform/widgets/box.h' 'a room including one above it'
+
+sound_tree
 echo '#include "app/parts.h"' >>shell/window.cpp
 touch app/parts.h
 expect 'wrong direction: shell/window.cpp includes app/parts.h' 'a folder including the program'

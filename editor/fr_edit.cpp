@@ -50,12 +50,12 @@ QSize fr_edit::sizeHint() const {
 }
 
 void fr_edit::makeControls() {
-    Combo1 = named(new DropDownList(this), "Combo1", tr("Settings of the chosen block"));
+    Combo1 = new DropDownList(tr("Settings of the chosen block"), this);
+    Combo1->setObjectName(QStringLiteral("Combo1"));
     Combo1->setGeometry(place(0, 600, 2532, 315));
-    Combo1->setToolTip(tr("Settings of the chosen block"));
-    List1 = named(new DropDownList(this), "List1", tr("Blocks of the file"));
+    List1 = new DropDownList(tr("Blocks of the file"), this);
+    List1->setObjectName(QStringLiteral("List1"));
     List1->setGeometry(place(4440, 600, 2772, 315));
-    List1->setToolTip(tr("Blocks of the file"));
     List1->setModel(blocks_);
     txt_edit = named(new RichTextBox(this), "txt_edit", tr("Text of the file"));
     txt_edit->setGeometry(place(0, 840, 3732, 3252));
@@ -69,13 +69,14 @@ void fr_edit::makeControls() {
     FindFrame->move(pixels(1920), pixels(840));
     setFocusProxy(txt_edit);
 
-    connect(List1, &QComboBox::currentIndexChanged, this, &fr_edit::onBlockSelected);
-    connect(List1, &QComboBox::activated, this, &fr_edit::onBlockActivated);
-    connect(Combo1, &QComboBox::currentIndexChanged, this, &fr_edit::chooseSetting);
-    connect(Combo1, &QComboBox::activated, this, &fr_edit::chooseSetting);
+    connect(List1, &DropDownList::chosen, this, &fr_edit::chooseBlock);
+    connect(Combo1, &DropDownList::chosen, this, &fr_edit::chooseSetting);
     // Picked from the open list, the place is where typing is to go on.
     for (const DropDownList* list : {List1, Combo1})
-        connect(list, &DropDownList::pickedInList, txt_edit, qOverload<>(&QWidget::setFocus));
+        connect(list, &DropDownList::chosen, txt_edit, [this](int, Pick how) {
+            if (how == Pick::InOpenList)
+                txt_edit->setFocus();
+        });
     txt_edit->setKeyDown([this](const QKeyEvent& event) { return assistTyping(event); });
     // Told after the event that brought the characters: a message box serves events of its own.
     connect(txt_edit, &RichTextBox::charactersReplaced, this, &fr_edit::tellCharactersReplaced, Qt::QueuedConnection);

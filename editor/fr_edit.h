@@ -117,10 +117,8 @@ private:
     [[nodiscard]] bool assistTyping(const QKeyEvent& event);
     void carryOut(const TextBoxAction& action);
 
-    void chooseBlock();
-    void onBlockSelected();
-    void onBlockActivated();
-    void chooseSetting();
+    void chooseBlock(int index);
+    void chooseSetting(int index);
     void scrollCaretLineToTop();
 
     // The text to write, which becomes Filetext.
@@ -133,8 +131,7 @@ private:
     BlockListModel* blocks_;
     TypingAssistance typing_;
     QList<QMenu*> menus_;
-    LongWork work_;                // opening the file and colouring its text
-    bool blockJustChosen_ = false; // in this round of the event loop
+    LongWork work_; // opening the file and colouring its text
     bool toldCharactersReplaced_ = false;
 };
 

@@ -6,27 +6,9 @@
 #include "editor/textboxbas.h"
 #include "platform/text/codepage.h"
 
-#include <QSignalBlocker>
-#include <QTimer>
-
 namespace blockhouse {
 
-// A list announces a choice twice if it changes the selected entry, and once if it was selected already.
-void fr_edit::onBlockSelected() {
-    chooseBlock();
-    blockJustChosen_ = true;
-    QTimer::singleShot(0, this, [this] { blockJustChosen_ = false; });
-}
-
-void fr_edit::onBlockActivated() {
-    if (!blockJustChosen_)
-        chooseBlock();
-}
-
-void fr_edit::chooseBlock() {
-    const int index = List1->currentIndex();
-    if (index < 0)
-        return;
+void fr_edit::chooseBlock(int index) {
     const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
     txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)).value);
     Makekeywords(settingsStart(CaretPosition{txt_edit->selStart()}));
@@ -34,19 +16,18 @@ void fr_edit::chooseBlock() {
 }
 
 void fr_edit::Makekeywords(TextPosition i) {
-    // Filling the list selects its first entry for a moment, which nobody has chosen.
-    const QSignalBlocker unheard(Combo1);
-    Combo1->clear();
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     const std::string_view text = ascii.value_or(decoded);
-    if (text.empty())
-        return;
-    const int kind = List1->currentData().toInt();
-    for (const SettingEntry& setting : settingsOf(text, kind, i, host_.jumps()))
-        Combo1->addItem(QString::fromStdString(codepage::toUtf8(setting.name)),
-                        static_cast<qlonglong>(setting.itemData.value));
-    Combo1->setCurrentIndex(-1);
+    std::vector<SettingEntry> settings;
+    if (!text.empty())
+        settings = settingsOf(text, List1->currentData().toInt(), i, host_.jumps());
+    Combo1->fill([&] {
+        Combo1->clear();
+        for (const SettingEntry& setting : settings)
+            Combo1->addItem(QString::fromStdString(codepage::toUtf8(setting.name)),
+                            static_cast<qlonglong>(setting.itemData.value));
+    });
 }
 
 int fr_edit::FindinCombo(std::string_view what) const {
@@ -58,11 +39,9 @@ int fr_edit::FindinCombo(std::string_view what) const {
     return -1;
 }
 
-void fr_edit::chooseSetting() {
-    if (Combo1->currentIndex() < 0)
-        return;
+void fr_edit::chooseSetting(int index) {
     // A position that edits have left beyond the text's end means that end.
-    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->currentData().toLongLong()}).value);
+    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->itemData(index).toLongLong()}).value);
     scrollCaretLineToTop();
 }
 

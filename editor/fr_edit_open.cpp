@@ -102,8 +102,7 @@ void fr_edit::listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout
     if (blocks.size() < enoughBlocks)
         blocks.clear();
     List1->setEnabled(!blocks.empty());
-    blocks_->setBlocks(std::move(blocks));
-    List1->setCurrentIndex(-1);
+    List1->fill([&] { blocks_->setBlocks(std::move(blocks)); });
     List1->setCurrentIndex(blockToSelect(startout));
 }
 

@@ -11,9 +11,7 @@
 
 #include <QCloseEvent>
 #include <QPointer>
-#include <QSignalBlocker>
 #include <QStringListModel>
-#include <QTimer>
 
 #include <utility>
 
@@ -45,11 +43,9 @@ void Form2::Openfile(const std::string& Txt_path, std::ptrdiff_t) {
     setWindowTitle(displayed(separator == Txt_path.npos ? Txt_path : Txt_path.substr(separator)));
     m_save_->setEnabled(true);
 
-    const QSignalBlocker unheard(Combo1);
     sides_ = sidesOf(Filetext);
-    sideNames_->setStringList(namesOf(sides_));
+    Combo1->fill([this] { sideNames_->setStringList(namesOf(sides_)); });
     Combo1->setPlaceholderText(sides_.empty() ? tr("no build lists in it") : tr("choose a side"));
-    Combo1->setCurrentIndex(-1);
     listStructures({});
     board_.showStructures({});
     Picture1->update();
@@ -65,24 +61,7 @@ void Form2::open() {
         Openfile(*path);
 }
 
-// A list announces a choice twice if it changes the selected entry, and once if it was selected already.
-void Form2::onSideSelected() {
-    const QPointer<Form2> self(this);
-    chooseSide();
-    if (!self)
-        return;
-    sideJustChosen_ = true;
-    QTimer::singleShot(0, this, [this] { sideJustChosen_ = false; });
-}
-
-void Form2::onSideActivated() {
-    if (!sideJustChosen_)
-        chooseSide();
-}
-
 void Form2::chooseSide() {
-    if (Combo1->currentIndex() < 0)
-        return;
     const SearchRange range = chosenRange();
     loadcombo2(range.startSearch, range.endSearch);
 }
@@ -113,13 +92,11 @@ void Form2::loadcombopart2(TextPosition startSearch, TextPosition endSearch, int
 }
 
 void Form2::listStructures(const BuildListScan& scan) {
-    const QSignalBlocker unheard(Combo2);
     structures_.clear();
     structures_.reserve(scan.structures.size());
     for (const ScannedStructure& structure : scan.structures)
         structures_.push_back(structure.entry);
-    structureNames_->setStringList(namesOf(structures_));
-    Combo2->setCurrentIndex(-1);
+    Combo2->fill([this] { structureNames_->setStringList(namesOf(structures_)); });
 }
 
 void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
@@ -129,7 +106,7 @@ void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
 }
 
 void Form2::chooseStructure(int index) {
-    if (index >= 0 && board_.select(static_cast<std::size_t>(index)))
+    if (board_.select(static_cast<std::size_t>(index)))
         Picture1->update();
 }
 

@@ -74,8 +74,6 @@ private:
     void makeLog(QWidget* inside);
     void open();
 
-    void onSideSelected();
-    void onSideActivated();
     void chooseSide();
     [[nodiscard]] SearchRange chosenRange() const;
     void chooseStructure(int index);
@@ -93,7 +91,6 @@ private:
     QStringListModel* sideNames_;
     QStringListModel* structureNames_;
     QAction* m_save_ = nullptr;
-    bool sideJustChosen_ = false; // in this round of the event loop
 };
 
 } // namespace blockhouse

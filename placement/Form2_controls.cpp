@@ -43,10 +43,8 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     // Below the frame's line, and in the middle of the strip's height.
     Label2->move(4, (stripHeight - Label2->fontMetrics().height()) / 2);
 
-    connect(Combo1, &QComboBox::currentIndexChanged, this, &Form2::onSideSelected);
-    connect(Combo1, &QComboBox::activated, this, &Form2::onSideActivated);
-    connect(Combo2, &QComboBox::currentIndexChanged, this, &Form2::chooseStructure);
-    connect(Combo2, &QComboBox::activated, this, &Form2::chooseStructure);
+    connect(Combo1, &DropDownList::chosen, this, &Form2::chooseSide);
+    connect(Combo2, &DropDownList::chosen, this, &Form2::chooseStructure);
     connect(Picture1, &Canvas::pressed, this, &Form2::press);
     connect(Picture1, &Canvas::moved, this, &Form2::move);
     connect(Picture1, &Canvas::released, this, &Form2::release);
@@ -81,8 +79,9 @@ QMenuBar* Form2::makeMenus() {
 QWidget* Form2::makeControls() {
     auto* inside = new QWidget(this);
     inside->setMinimumSize(pixelsOf(7575), pixelsOf(5805) - stripHeight);
-    const auto list = [inside](const char* name, const QString& accessibleName, QStringListModel* model) {
-        auto* made = named(new DropDownList(inside), name, accessibleName);
+    const auto list = [inside](const char* name, const QString& whatItLists, QStringListModel* model) {
+        auto* made = new DropDownList(whatItLists, inside);
+        made->setObjectName(QLatin1String(name));
         made->setModel(model);
         QFont small = made->font();
         small.setPixelSize(11);

@@ -1,25 +1,88 @@
 #include "platform/widgets/DropDownList.h"
 
 #include <QListView>
+#include <QPointer>
+#include <QScopedValueRollback>
 #include <QStylePainter>
-#include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace blockhouse {
 
-DropDownList::DropDownList(QWidget* parent) : QComboBox(parent) {
+DropDownList::DropDownList(const QString& whatItLists, QWidget* parent) : QComboBox(parent) {
+    setAccessibleName(whatItLists);
     // Measuring every entry would take seconds on a long list.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     auto* list = new QListView(this);
     list->setUniformItemSizes(true);
     setView(list);
-    connect(this, &QComboBox::currentTextChanged, this, &QWidget::setToolTip);
-    connect(this, &QComboBox::activated, this, [this] {
-        if (listWasOpen_)
-            Q_EMIT pickedInList();
-    });
+    standInForFilter(*list);
+    standInForFilter(*list->viewport());
+    connect(this, &QComboBox::currentTextChanged, this, &DropDownList::showSelectedAsToolTip);
+    connect(this, &QComboBox::currentIndexChanged, this, &DropDownList::onSelected);
+    connect(this, &QComboBox::activated, this, &DropDownList::onActivated);
+    showSelectedAsToolTip();
 }
+
+void DropDownList::fill(const std::function<void()>& changeEntries) {
+    {
+        const QScopedValueRollback<bool> unannounced(filling_, true);
+        changeEntries();
+        setCurrentIndex(-1);
+    }
+    // A model that is set anew drops the selection without a word.
+    showSelectedAsToolTip();
+}
+
+void DropDownList::showSelectedAsToolTip() {
+    setToolTip(currentIndex() < 0 ? accessibleName() : currentText());
+}
+
+// --- Announcing a choice ------------------------------------------------------------------------------------------
+// The toolkit says "selected" whenever the selected entry changes, whoever changes it, and after it "activated"
+// whenever the user has picked an entry. Of a user's pick only the second counts, of the program's only the first.
+
+// The open list's container acts as the event filter of the list. Standing in for it, we know when it does.
+void DropDownList::standInForFilter(QObject& part) {
+    part.removeEventFilter(view()->parent());
+    part.installEventFilter(this);
+}
+
+bool DropDownList::eventFilter(QObject* watched, QEvent* event) {
+    bool handled = false;
+    whileUserPicks(Pick::InOpenList, [&] { handled = view()->parent()->eventFilter(watched, event); });
+    return handled;
+}
+
+void DropDownList::keyPressEvent(QKeyEvent* event) {
+    whileUserPicks(Pick::Otherwise, [&] { QComboBox::keyPressEvent(event); });
+}
+
+void DropDownList::wheelEvent(QWheelEvent* event) {
+    whileUserPicks(Pick::Otherwise, [&] { QComboBox::wheelEvent(event); });
+}
+
+void DropDownList::whileUserPicks(Pick how, const std::function<void()>& handle) {
+    const QPointer<DropDownList> self(this);
+    // What is handled may lead to further events, which must not end it: the list is hidden before the pick is made.
+    const std::optional<Pick> before = std::exchange(userPick_, how);
+    handle();
+    if (self)
+        userPick_ = before;
+}
+
+void DropDownList::onSelected(int index) {
+    if (index >= 0 && !filling_ && !userPick_)
+        Q_EMIT chosen(index, Pick::Otherwise);
+}
+
+void DropDownList::onActivated(int index) {
+    // Whoever listens may serve events, or select an entry in turn.
+    Q_EMIT chosen(index, std::exchange(userPick_, std::nullopt).value_or(Pick::Otherwise));
+}
+
+// --- Looks --------------------------------------------------------------------------------------------------------
 
 // Wide enough for the longest of the names at hand, as far as the box may reach.
 void DropDownList::widenList() {
@@ -51,15 +114,8 @@ void DropDownList::paintEvent(QPaintEvent*) {
 }
 
 void DropDownList::showPopup() {
-    listWasOpen_ = true;
     widenList();
     QComboBox::showPopup();
-}
-
-// The choice is announced after the list has closed.
-void DropDownList::hidePopup() {
-    QComboBox::hidePopup();
-    QTimer::singleShot(0, this, [this] { listWasOpen_ = false; });
 }
 
 } // namespace blockhouse

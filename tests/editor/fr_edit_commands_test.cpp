@@ -218,6 +218,36 @@ TEST_F(Commands, TypingGoesOnInTheTextAfterAPickInTheOpenListOnly) {
     EXPECT_EQ(editor.focusWidget(), editor.txt_edit);
 }
 
+// Before a block is chosen there are no settings, and a click on their list opens nothing.
+TEST_F(Commands, AClickOnTheEmptySettingsListLeavesItToTheKeys) {
+    host.jumpList.add("Armor");
+    host.jumpList.add("Body");
+    open(threeBlocks);
+    editor.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
+    ASSERT_EQ(editor.Combo1->count(), 0);
+    QTest::mousePress(editor.Combo1, Qt::LeftButton);
+    QTest::mouseRelease(editor.Combo1, Qt::LeftButton);
+    editor.List1->setCurrentIndex(0);
+    ASSERT_EQ(editor.Combo1->count(), 2);
+    editor.Combo1->setFocus();
+    QTest::keyClick(editor.Combo1, Qt::Key_Down);
+    QTest::keyClick(editor.Combo1, Qt::Key_Down);
+    EXPECT_EQ(editor.Combo1->currentIndex(), 1);
+    EXPECT_EQ(editor.focusWidget(), editor.Combo1);
+}
+
+TEST_F(Commands, TheSettingsListsToolTipForgetsTheBlockBefore) {
+    host.jumpList.add("Body");
+    open(threeBlocks);
+    editor.List1->setCurrentIndex(0);
+    editor.Combo1->setCurrentIndex(0);
+    EXPECT_EQ(editor.Combo1->toolTip(), QStringLiteral("Body"));
+    editor.List1->setCurrentIndex(2);
+    EXPECT_EQ(editor.Combo1->toolTip(), editor.Combo1->accessibleName());
+    EXPECT_EQ(editor.List1->toolTip(), QStringLiteral("CharlieTower"));
+}
+
 TEST_F(Commands, ClipboardCommands) {
     open("alpha beta\r\nEnd\r\n");
     box().setSelStart(0);

@@ -85,13 +85,17 @@ TEST_F(PlacementEditor, ShowsTheSidesOfAFileAndTheStructuresOfTheChosenOne) {
     const QColor ground = colourAt(at(900, 900) + QPoint(4, 8));
     form_->Combo1->setCurrentIndex(1);
     EXPECT_EQ(structures(), "PowerMill ");
+    EXPECT_EQ(form_->Combo1->toolTip(), QStringLiteral("South"));
     EXPECT_EQ(colourAt(at(900, 900) + QPoint(4, 8)), QColor(Qt::blue));
+    form_->Combo2->setCurrentIndex(0);
     EXPECT_EQ(colourAt(at(500.5, 250.25) + QPoint(4, 8)), ground);
 
     open("SkirmishBuildList West\r\n");
     EXPECT_EQ(form_->Combo1->count(), 1);
     EXPECT_EQ(structures(), "");
     EXPECT_EQ(colourAt(at(900, 900) + QPoint(4, 8)), ground) << "nothing of the file before is left";
+    for (const DropDownList* list : {form_->Combo1, form_->Combo2})
+        EXPECT_EQ(list->toolTip(), list->accessibleName());
 }
 
 TEST_F(PlacementEditor, ADropRewritesTheLocationLineAndNothingElse) {

@@ -4,7 +4,6 @@
 #include "editor/textboxbas.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
-#include "platform/text/units.h"
 #include "platform/widgets/controls.h"
 
 #include <QCursor>
@@ -17,17 +16,17 @@
 namespace blockhouse {
 namespace {
 
-constexpr int panelWidth = toPixels(Twips{2652}).value;
-constexpr int panelHeight = toPixels(Twips{2412}).value;
-constexpr int stripHeight = toPixels(Twips{372}).value;
+constexpr int panelWidth = pixelsOf(2652);
+constexpr int panelHeight = pixelsOf(2412);
+constexpr int stripHeight = pixelsOf(372);
 constexpr int margin = 6;
 constexpr int rowHeight = 21;
 constexpr int rowStep = 26;
 constexpr int labelWidth = 52;
 
 // How far the cursor lies from the panel's corner while it is dragged, measured from the main window's corner.
-constexpr int dragLeft = toPixels(Twips{200}).value;
-constexpr int dragTop = toPixels(Twips{1100}).value;
+constexpr int dragLeft = pixelsOf(200);
+constexpr int dragTop = pixelsOf(1100);
 
 constexpr int rowTop(int row) {
     return stripHeight + margin + row * rowStep;
@@ -61,8 +60,7 @@ void FindPanel::makeTitleStrip() {
     Picture2->setToolTip(tr("Drag to move the panel"));
     Picture2->installEventFilter(this);
     Command1 = named(new QPushButton(QStringLiteral("x"), Picture2), "Command1", tr("Close the find panel"));
-    Command1->setGeometry(toPixels(Twips{2420}).value, toPixels(Twips{20}).value, toPixels(Twips{200}).value,
-                          toPixels(Twips{330}).value);
+    Command1->setGeometry(pixelsOf(2420), pixelsOf(20), pixelsOf(200), pixelsOf(330));
     QFont font = Command1->font();
     font.setBold(true);
     Command1->setFont(font);

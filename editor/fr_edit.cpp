@@ -3,6 +3,7 @@
 #include "editor/BlockListModel.h"
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
+#include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
 
 #include <QCloseEvent>
@@ -13,23 +14,7 @@
 namespace blockhouse {
 namespace {
 
-constexpr Twips designWidth{7215};
-constexpr Twips designHeight{5640};
-
-int pixels(double twips) {
-    return toPixels(Twips{twips}).value;
-}
-
-QRect place(double left, double top, double width, double height) {
-    return {pixels(left), pixels(top), pixels(width), pixels(height)};
-}
-
-template <typename Control>
-Control* named(Control* control, const char* name, const QString& accessibleName) {
-    control->setObjectName(QLatin1String(name));
-    control->setAccessibleName(accessibleName);
-    return control;
-}
+constexpr QSize designSize = designPlace(0, 0, 7215, 5640).size();
 
 } // namespace
 
@@ -46,27 +31,25 @@ fr_edit::fr_edit(EditorHost& host, QWidget* parent)
 fr_edit::~fr_edit() = default;
 
 QSize fr_edit::sizeHint() const {
-    return {toPixels(designWidth).value, toPixels(designHeight).value};
+    return designSize;
 }
 
 void fr_edit::makeControls() {
     Combo1 = new DropDownList(tr("Settings of the chosen block"), this);
     Combo1->setObjectName(QStringLiteral("Combo1"));
-    Combo1->setGeometry(place(0, 600, 2532, 315));
+    Combo1->setGeometry(designPlace(0, 600, 2532, 315));
     List1 = new DropDownList(tr("Blocks of the file"), this);
     List1->setObjectName(QStringLiteral("List1"));
-    List1->setGeometry(place(4440, 600, 2772, 315));
+    List1->setGeometry(designPlace(4440, 600, 2772, 315));
     List1->setModel(blocks_);
-    txt_edit = named(new RichTextBox(this), "txt_edit", tr("Text of the file"));
-    txt_edit->setGeometry(place(0, 840, 3732, 3252));
+    txt_edit = named(new RichTextBox(this), "txt_edit", tr("Text of the file"), designPlace(0, 840, 3732, 3252));
     // By design the lists reach a little into the text box: they lie above it, and its text begins below them.
     txt_edit->setTopMargin(Pixels{Combo1->geometry().bottom() + 1 - txt_edit->y()});
     txt_edit->lower();
     Picture1 = named(new PictureBox(this), "Picture1", tr("Status strip"));
-    thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"));
-    thebar->setGeometry(place(120, 0, 1332, 132));
+    thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"), designPlace(120, 0, 1332, 132));
     FindFrame = new FindPanel(*txt_edit, this);
-    FindFrame->move(pixels(1920), pixels(840));
+    FindFrame->move(pixelsOf(1920), pixelsOf(840));
     setFocusProxy(txt_edit);
 
     connect(List1, &DropDownList::chosen, this, &fr_edit::chooseBlock);
@@ -104,21 +87,21 @@ QSize fr_edit::outerSize() const {
 void fr_edit::layOut() {
     const Twips width = toTwips(Pixels{outerSize().width()});
     const Twips height = toTwips(Pixels{outerSize().height()});
-    Toolbar1->setGeometry(0, 0, this->width(), pixels(600));
-    Picture1->setGeometry(0, this->height() - pixels(132), this->width(), pixels(132));
+    Toolbar1->setGeometry(0, 0, this->width(), pixelsOf(600));
+    Picture1->setGeometry(0, this->height() - pixelsOf(132), this->width(), pixelsOf(132));
 
     // A control that cannot take its size ends the layout, so that none gets a size that no longer fits the others.
     if (width.value < 200)
         return;
-    txt_edit->resize(pixels(width.value - 200), txt_edit->height());
+    txt_edit->resize(pixelsOf(width.value - 200), txt_edit->height());
     if (height.value < 1500)
         return;
-    txt_edit->resize(txt_edit->width(), pixels(height.value - 1500));
+    txt_edit->resize(txt_edit->width(), pixelsOf(height.value - 1500));
     const double half = toTwips(Pixels{txt_edit->width()}).value / 2;
-    List1->setGeometry(pixels(half), List1->y(), pixels(half), List1->height());
+    List1->setGeometry(pixelsOf(half), List1->y(), pixelsOf(half), List1->height());
     if (half < 100)
         return;
-    Combo1->resize(pixels(half - 100), Combo1->height());
+    Combo1->resize(pixelsOf(half - 100), Combo1->height());
 }
 
 // --- Closing ----------------------------------------------------------------------------------------------------

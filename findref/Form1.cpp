@@ -1,6 +1,6 @@
 #include "findref/Form1.h"
 
-#include "platform/text/units.h"
+#include "platform/widgets/controls.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -10,21 +10,20 @@
 namespace blockhouse {
 namespace {
 
-constexpr int margin = toPixels(Twips{120}).value;
-constexpr int boxTop = toPixels(Twips{360}).value;
-constexpr int rightMargin = toPixels(Twips{7005 - 120 - 6612}).value;
+constexpr QSize designSize = designPlace(0, 0, 7005, 6720).size();
+constexpr int margin = pixelsOf(120);
+constexpr int boxTop = pixelsOf(360);
+constexpr int rightMargin = pixelsOf(7005 - 120 - 6612);
 
 } // namespace
 
-Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
+Form1::Form1()
+    : RichTextBox1(named(new RichTextBox(this), "RichTextBox1", tr("Text to count"))),
+      Label1(named(new QLabel(this), "Label1", tr("Number of characters"))) {
     setObjectName(QStringLiteral("Form1"));
     setWindowTitle(QStringLiteral("Form1"));
     setAccessibleName(tr("Number of characters"));
-    Label1->setObjectName(QStringLiteral("Label1"));
-    Label1->setAccessibleName(tr("Number of characters"));
     Label1->move(margin, 0);
-    RichTextBox1->setObjectName(QStringLiteral("RichTextBox1"));
-    RichTextBox1->setAccessibleName(tr("Text to count"));
     RichTextBox1->setKeyDown([this](const QKeyEvent& event) {
         if (event.key() == Qt::Key_Escape)
             close();
@@ -32,7 +31,7 @@ Form1::Form1() : RichTextBox1(new RichTextBox(this)), Label1(new QLabel(this)) {
     });
     connect(RichTextBox1, &RichTextBox::changed, this, &Form1::showLength);
     RichTextBox1->setText("Text1");
-    resize(toPixels(Twips{7005}).value, toPixels(Twips{6720}).value);
+    resize(designSize);
     layOut();
 }
 

@@ -4,6 +4,7 @@
 #include "findref/ReferenceSearch.h"
 #include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -45,9 +46,7 @@ void fr_findref::makeControls() {
     Picture1 = named(new PictureBox(this), "Picture1", tr("Progress through the directory"));
     Label1 = named(new QLabel(this), "Label1", tr("Directory being searched"));
 
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(7.5);
-    List1->setFont(font);
+    List1->setFont(arial(7.5));
     List1->setModel(model_);
     List1->setUniformItemSizes(true);
     List1->setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -1,6 +1,8 @@
 #include "placement/Canvas.h"
 
 #include "platform/text/codepage.h"
+#include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -13,7 +15,7 @@
 namespace blockhouse {
 namespace {
 
-constexpr int border = toPixels(Twips{30}).value;
+constexpr int border = pixelsOf(30);
 constexpr int side = toPixels(canvasSide).value + 2 * border;
 
 // The marks' colours are fixed, so the ground they are told from is too.
@@ -32,12 +34,6 @@ QPointF placeOf(CanvasPoint point) {
 CanvasPoint pointAt(QPointF place) {
     return {toCanvasUnits(Twips{(place.x() - border) * twipsPerPixel}),
             toCanvasUnits(Twips{(place.y() - border) * twipsPerPixel})};
-}
-
-QFont fontOfLabels() {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(6);
-    return font;
 }
 
 QColor toQColor(Colour colour) {
@@ -59,7 +55,7 @@ double onDots(double place, double scale) {
 
 } // namespace
 
-Canvas::Canvas(const MarkBoard& board, QWidget* parent) : QWidget(parent), board_(board), labelFont_(fontOfLabels()) {
+Canvas::Canvas(const MarkBoard& board, QWidget* parent) : QWidget(parent), board_(board), labelFont_(arial(6)) {
     setFixedSize(side, side);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);

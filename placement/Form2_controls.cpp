@@ -4,6 +4,7 @@
 #include "placement/structure_colour.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
+#include "platform/widgets/fonts.h"
 
 #include <QAction>
 #include <QMenu>
@@ -15,12 +16,6 @@
 
 namespace blockhouse {
 namespace {
-
-QFont arial(double points) {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(points);
-    return font;
-}
 
 constexpr int stripHeight = pixelsOf(315);
 
@@ -83,9 +78,7 @@ QWidget* Form2::makeControls() {
         auto* made = new DropDownList(whatItLists, inside);
         made->setObjectName(QLatin1String(name));
         made->setModel(model);
-        QFont small = made->font();
-        small.setPixelSize(11);
-        made->setFont(small);
+        useSmallLetters(*made);
         return made;
     };
     Combo1 = list("Combo1", tr("Sides"), sideNames_);

@@ -1,5 +1,7 @@
 #include "shell/ExplorerPanel.h"
 
+#include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 #include "shell/cursor_and_window_state.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/DirectoryView.h"
@@ -14,19 +16,8 @@
 namespace blockhouse {
 namespace {
 
-constexpr int pixels(double twips) {
-    return toPixels(Twips{twips}).value;
-}
-
-QFont panelFont(QFont::Weight weight) {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(7.5);
-    font.setWeight(weight);
-    return font;
-}
-
-constexpr int treeTop = pixels(360);
-constexpr int stripHeight = pixels(8310); // at least: it can be grabbed all the way down a tall window
+constexpr int treeTop = pixelsOf(360);
+constexpr int stripHeight = pixelsOf(8310); // at least: it can be grabbed all the way down a tall window
 
 } // namespace
 
@@ -42,32 +33,29 @@ ExplorerPanel::ExplorerPanel(QWidget* parent)
 }
 
 void ExplorerPanel::makeTree() {
-    tree_->setObjectName(QStringLiteral("Tree1"));
-    tree_->setAccessibleName(tr("Directories and their files"));
-    tree_->setFont(panelFont(QFont::Normal));
+    named(tree_, "Tree1", tr("Directories and their files"));
+    tree_->setFont(arial(7.5));
     tree_->setModel(model_);
-    tree_->setGeometry(pixels(240), treeTop, 0, pixels(5292));
+    tree_->setGeometry(pixelsOf(240), treeTop, 0, pixelsOf(5292));
 }
 
 void ExplorerPanel::makeCloseButton() {
-    closeButton_->setObjectName(QStringLiteral("Command1"));
+    named(closeButton_, "Command1", tr("Close the file explorer"));
     closeButton_->setText(QStringLiteral("x"));
-    closeButton_->setAccessibleName(tr("Close the file explorer"));
     closeButton_->setToolTip(tr("Close the file explorer"));
-    closeButton_->setFont(panelFont(QFont::Bold));
-    const int side = pixels(252);
+    closeButton_->setFont(arial(7.5, QFont::Bold));
+    const int side = pixelsOf(252);
     closeButton_->setGeometry(0, (treeTop - side) / 2, side, side);
     connect(closeButton_, &QPushButton::clicked, this, &ExplorerPanel::closeWanted);
 }
 
 void ExplorerPanel::makeHandle() {
-    handle_->setObjectName(QStringLiteral("picHandle"));
-    handle_->setAccessibleName(tr("Width of the file explorer"));
+    named(handle_, "picHandle", tr("Width of the file explorer"));
     handle_->setToolTip(tr("Drag to change the panel's width"));
     handle_->setCursor(Qt::SizeHorCursor);
     handle_->setAutoFillBackground(true);
     handle_->setBackgroundRole(QPalette::Mid);
-    handle_->setGeometry(-pixels(120), 0, pixels(240), stripHeight);
+    handle_->setGeometry(-pixelsOf(120), 0, pixelsOf(240), stripHeight);
     handle_->installEventFilter(this);
     resizing_.setParent(this);
     resizing_.setObjectName(QStringLiteral("timResize"));

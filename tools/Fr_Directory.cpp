@@ -3,6 +3,7 @@
 #include "platform/system/volumes.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/message_box.h"
 #include "tools/PathLabel.h"
@@ -43,10 +44,7 @@ Fr_Directory::Fr_Directory(EntryList& Dirs, SaveEntries save) : Dirs_(Dirs), sav
     setAccessibleName(tr("Add Directorys"));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                    Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
-    // The controls' places are made for the small letters of such windows.
-    QFont small = font();
-    small.setPixelSize(11);
-    setFont(small);
+    useSmallLetters(*this);
     makeControls();
     makeButtons();
     for (const std::string& path : Dirs_)

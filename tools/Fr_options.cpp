@@ -2,6 +2,7 @@
 
 #include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 #include "platform/widgets/message_box.h"
 #include "tools/shown_entry.h"
 
@@ -22,10 +23,7 @@ Fr_options::Fr_options(EntryList& jumps, SaveEntries save) : jumps_(jumps), save
     setObjectName(QStringLiteral("Fr_options"));
     setWindowTitle(tr("Options"));
     setAccessibleName(tr("Options"));
-    // The controls' places are made for the small letters of such windows.
-    QFont small = font();
-    small.setPixelSize(11);
-    setFont(small);
+    useSmallLetters(*this);
     makeControls();
     setFixedSize(designSize);
     for (const std::string& entry : jumps_)

@@ -1,18 +1,10 @@
 #include "app/Program.h"
+#include "platform/widgets/qt_text.h"
 #include "shell/artwork.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
-
-namespace {
-
-std::string bytesOf(const QString& path) {
-    return QFile::encodeName(path).toStdString();
-}
-
-} // namespace
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
@@ -23,9 +15,9 @@ int main(int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
 
     const QString programFolder = QApplication::applicationDirPath();
-    blockhouse::Program program(
-        blockhouse::applicationFolderOf(bytesOf(programFolder), QFileInfo(programFolder).isWritable(),
-                                        bytesOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))));
+    blockhouse::Program program(blockhouse::applicationFolderOf(
+        blockhouse::pathOf(programFolder), QFileInfo(programFolder).isWritable(),
+        blockhouse::pathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))));
     program.start();
     return QApplication::exec();
 }

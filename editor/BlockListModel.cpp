@@ -1,6 +1,6 @@
 #include "editor/BlockListModel.h"
 
-#include "platform/text/codepage.h"
+#include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 
@@ -19,7 +19,7 @@ QVariant BlockListModel::data(const QModelIndex& index, int role) const {
         return {};
     const BlockEntry& block = blocks_[static_cast<std::size_t>(index.row())];
     if (role == Qt::DisplayRole)
-        return QString::fromStdString(codepage::toUtf8(block.name));
+        return documentText(block.name);
     if (role == Qt::UserRole)
         return block.itemData;
     return {};

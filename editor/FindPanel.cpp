@@ -5,6 +5,7 @@
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/qt_text.h"
 
 #include <QCursor>
 #include <QKeyEvent>
@@ -30,10 +31,6 @@ constexpr int dragTop = pixelsOf(1100);
 
 constexpr int rowTop(int row) {
     return stripHeight + margin + row * rowStep;
-}
-
-std::string encoded(const QString& text) {
-    return codepage::fromUtf8(text.toStdString()).bytes;
 }
 
 } // namespace
@@ -162,7 +159,7 @@ void FindPanel::keyPressEvent(QKeyEvent* event) {
 // --- Searching --------------------------------------------------------------------------------------------------
 
 std::string FindPanel::wanted() const {
-    return encoded(Txt_find->text());
+    return documentBytes(Txt_find->text()).bytes;
 }
 
 std::string FindPanel::searchString() const {
@@ -217,7 +214,7 @@ void FindPanel::Replace() {
     textBox_.setSelStart(from);
     if (isHit) {
         textBox_.setSelLength(static_cast<std::ptrdiff_t>(text.size()));
-        textBox_.setSelText(encoded(txt_replace->text()));
+        textBox_.setSelText(documentBytes(txt_replace->text()).bytes);
         from = textBox_.selStart();
     }
     showOutcome(textBox_.find(searchString(), from));
@@ -229,7 +226,7 @@ void FindPanel::ReplaceAll() {
         return;
     const std::vector<TextRange> hits = replaceableRanges(textBox_.text(), text, Check1->isChecked());
     tint(hits.empty());
-    textBox_.replaceRanges(hits, encoded(txt_replace->text()));
+    textBox_.replaceRanges(hits, documentBytes(txt_replace->text()).bytes);
 }
 
 } // namespace blockhouse

@@ -5,6 +5,7 @@
 #include "editor/navigation.h"
 #include "editor/textboxbas.h"
 #include "platform/text/codepage.h"
+#include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 
@@ -25,15 +26,13 @@ void fr_edit::Makekeywords(TextPosition i) {
     Combo1->fill([&] {
         Combo1->clear();
         for (const SettingEntry& setting : settings)
-            Combo1->addItem(QString::fromStdString(codepage::toUtf8(setting.name)),
-                            static_cast<qlonglong>(setting.itemData.value));
+            Combo1->addItem(documentText(setting.name), static_cast<qlonglong>(setting.itemData.value));
     });
 }
 
 int fr_edit::FindinCombo(std::string_view what) const {
     for (int index = 0; index < Combo1->count(); ++index) {
-        const std::string name = codepage::fromUtf8(Combo1->itemText(index).toStdString()).bytes;
-        if (codepage::equalIgnoringCase(name, what))
+        if (codepage::equalIgnoringCase(documentBytes(Combo1->itemText(index)).bytes, what))
             return index;
     }
     return -1;

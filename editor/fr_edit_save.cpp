@@ -4,6 +4,7 @@
 #include "platform/system/files.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 

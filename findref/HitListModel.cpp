@@ -1,6 +1,6 @@
 #include "findref/HitListModel.h"
 
-#include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 

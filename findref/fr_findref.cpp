@@ -2,9 +2,9 @@
 
 #include "findref/HitListModel.h"
 #include "findref/ReferenceSearch.h"
-#include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/qt_text.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -22,7 +22,7 @@ constexpr QSize designSize(pixelsOf(5025), pixelsOf(3990));
 
 // The texts that a file can hold: one with any other character is found nowhere.
 std::string encoded(const QString& text) {
-    codepage::Encoded encoded = codepage::fromUtf8(text.toStdString());
+    codepage::Encoded encoded = documentBytes(text);
     return encoded.lossy ? std::string() : std::move(encoded.bytes);
 }
 
@@ -91,7 +91,7 @@ void fr_findref::present() {
 
 void fr_findref::findRef(std::string_view what) {
     present();
-    Text1->setText(QString::fromStdString(codepage::toUtf8(what)));
+    Text1->setText(documentText(what));
     search();
 }
 

@@ -1,8 +1,8 @@
 #include "placement/Canvas.h"
 
-#include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/qt_text.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -95,7 +95,7 @@ void Canvas::paintMark(QPainter& painter, const Mark& mark) const {
 
 // Moved inside where the canvas's edge would cut it off.
 void Canvas::paintLabel(QPainter& painter, const MarkLabel& label) const {
-    const QString name = QString::fromStdString(codepage::toUtf8(label.name));
+    const QString name = documentText(label.name);
     const QFontMetricsF metrics(labelFont_, this);
     const QSizeF size(metrics.horizontalAdvance(name) + 2, metrics.height());
     const QPointF wanted = placeOf(label.topLeft);

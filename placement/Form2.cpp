@@ -3,14 +3,13 @@
 #include "placement/Canvas.h"
 #include "placement/location_line.h"
 #include "platform/system/files.h"
-#include "platform/text/codepage.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 #include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>
-#include <QPointer>
 #include <QStringListModel>
 
 #include <utility>
@@ -26,7 +25,7 @@ QStringList namesOf(const std::vector<Entry>& entries) {
     QStringList names;
     names.reserve(static_cast<qsizetype>(entries.size()));
     for (const Entry& entry : entries)
-        names.append(QString::fromStdString(codepage::toUtf8(entry.name)));
+        names.append(documentText(entry.name));
     return names;
 }
 
@@ -101,7 +100,7 @@ void Form2::listStructures(const BuildListScan& scan) {
 
 void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
     for (const ScanFailure& failure : failures)
-        if (!tellOneOfMany(*this, QString::fromStdString(codepage::toUtf8(failure.message()))))
+        if (!tellOneOfMany(*this, documentText(failure.message())))
             return;
 }
 

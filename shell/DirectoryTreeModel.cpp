@@ -1,7 +1,7 @@
 #include "shell/DirectoryTreeModel.h"
 
 #include "platform/system/files.h"
-#include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 namespace {

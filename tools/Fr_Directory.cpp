@@ -6,11 +6,11 @@
 #include "platform/widgets/fonts.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 #include "tools/PathLabel.h"
 
 #include <QCloseEvent>
 #include <QDir>
-#include <QFile>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -23,16 +23,11 @@ namespace {
 
 constexpr QSize designSize = designPlace(0, 0, 4920, 3885).size();
 
-QByteArray bytesOf(const std::string& path) {
-    return {path.data(), static_cast<qsizetype>(path.size())};
-}
-
 std::vector<std::string> mountedDrives(const std::string& home) {
     std::vector<Volume> volumes;
     for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
         if (volume.isValid() && volume.isReady())
-            volumes.push_back(
-                {QFile::encodeName(volume.rootPath()).toStdString(), volume.fileSystemType().toStdString()});
+            volumes.push_back({pathOf(volume.rootPath()), volume.fileSystemType().toStdString()});
     return drivesOf(volumes, home);
 }
 
@@ -98,15 +93,15 @@ void Fr_Directory::makeButtons() {
 }
 
 void Fr_Directory::fillDrives() {
-    const std::string home = QFile::encodeName(QDir::homePath()).toStdString();
+    const std::string home = pathOf(QDir::homePath());
     for (const std::string& drive : mountedDrives(home))
-        Drive1->addItem(displayed(drive), bytesOf(drive));
+        Drive1->addItem(displayed(drive), QByteArray::fromStdString(drive));
     connect(Drive1, &QComboBox::currentIndexChanged, this, &Fr_Directory::changeDrive);
     // The way back to where the drive begins.
     connect(Drive1, &QComboBox::activated, this, &Fr_Directory::changeDrive);
     drive_ = -1;
     Drive1->setCurrentIndex(-1);
-    Drive1->setCurrentIndex(Drive1->findData(bytesOf(home)));
+    Drive1->setCurrentIndex(Drive1->findData(QByteArray::fromStdString(home)));
     if (drive_ < 0)
         Drive1->setCurrentIndex(0);
 }
@@ -141,7 +136,7 @@ void Fr_Directory::showDrive() {
 
 void Fr_Directory::addEntry(const std::string& path) {
     auto* entry = new QListWidgetItem(displayed(path), List1);
-    entry->setData(Qt::UserRole, bytesOf(path));
+    entry->setData(Qt::UserRole, QByteArray::fromStdString(path));
     List2->addItem(displayed(LastPathPart(path)));
 }
 

@@ -1,9 +1,9 @@
 #include "tools/Fr_options.h"
 
-#include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 #include "tools/shown_entry.h"
 
 #include <QCloseEvent>
@@ -70,7 +70,7 @@ void Fr_options::addEntry(const std::string& entry) {
 }
 
 void Fr_options::addTyped() {
-    std::string entry = codepage::fromUtf8(txt_enter->text().toStdString()).bytes;
+    std::string entry = documentBytes(txt_enter->text()).bytes;
     if (Check1->isChecked()) {
         Check1->setChecked(false);
         entry += lineEnd;

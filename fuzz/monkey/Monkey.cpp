@@ -1,6 +1,8 @@
 #include "fuzz/monkey/Monkey.h"
 
 #include "fuzz/monkey/Watchdog.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/qt_text.h"
 #include "tools/Fr_Directory.h"
 
 #include <QAbstractItemView>
@@ -381,7 +383,7 @@ std::string Monkey::actOnFileDialog(QFileDialog& dialog) {
     }
     const std::string file = chaos_.someFile();
     dialog.setDirectory(QString::fromStdString(chaos_.root() + "/Data"));
-    dialog.selectFile(QFile::decodeName(file.substr(file.rfind('/') + 1).c_str()));
+    dialog.selectFile(displayed(LastPathPart(file)));
     QMetaObject::invokeMethod(&dialog, "accept", Qt::QueuedConnection);
     return "named " + file;
 }

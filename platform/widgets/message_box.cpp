@@ -1,9 +1,9 @@
 #include "platform/widgets/message_box.h"
 
 #include "platform/widgets/LongWork.h"
+#include "platform/widgets/qt_text.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPointer>
@@ -53,7 +53,7 @@ Answered<std::string> askForPath(QWidget& window, const std::function<QString(QW
     const Answered<QString> chosen = ask<QString>(window, dialog);
     if (!chosen || chosen->isEmpty())
         return std::nullopt;
-    return QFile::encodeName(*chosen).toStdString();
+    return pathOf(*chosen);
 }
 
 } // namespace
@@ -84,10 +84,6 @@ Answered<std::string> askForFileToSave(QWidget& window, const QString& title, co
 
 Answered<std::string> askForFileToOpen(QWidget& window, const QString& title, const QString& proposed) {
     return askForPath(window, [&](QWidget* parent) { return QFileDialog::getOpenFileName(parent, title, proposed); });
-}
-
-QString displayed(const std::string& path) {
-    return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
 }
 
 } // namespace blockhouse

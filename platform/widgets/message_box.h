@@ -38,7 +38,4 @@ using Answered = std::optional<Answer>;
 [[nodiscard]] Answered<std::string> askForFileToSave(QWidget& window, const QString& title, const QString& proposed);
 [[nodiscard]] Answered<std::string> askForFileToOpen(QWidget& window, const QString& title, const QString& proposed);
 
-// A path or file name as text to show: bytes that are no text in the platform's encoding become a replacement mark.
-[[nodiscard]] QString displayed(const std::string& path);
-
 } // namespace blockhouse

@@ -1,6 +1,6 @@
 #include "editor/fr_edit.h"
 #include "platform/system/files.h"
-#include "platform/widgets/message_box.h"
+#include "platform/widgets/qt_text.h"
 #include "platform/widgets/window_lock.h"
 #include "platform/widgets/yield.h"
 #include "tests/editor/box_look.h"

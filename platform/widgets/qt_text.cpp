@@ -1,0 +1,23 @@
+#include "platform/widgets/qt_text.h"
+
+#include <QFile>
+
+namespace blockhouse {
+
+QString documentText(std::string_view bytes) {
+    return QString::fromStdString(codepage::toUtf8(bytes));
+}
+
+codepage::Encoded documentBytes(const QString& text) {
+    return codepage::fromUtf8(text.toStdString());
+}
+
+QString displayed(const std::string& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path));
+}
+
+std::string pathOf(const QString& text) {
+    return QFile::encodeName(text).toStdString();
+}
+
+} // namespace blockhouse

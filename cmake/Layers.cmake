@@ -2,6 +2,7 @@
 #
 #   blockhouse_rules(<folder> SOURCES ... [LINK ...])     text rules: C++ standard library only
 #   blockhouse_windows(<folder> SOURCES ... [LINK ...])   widgets that read, call rules and show
+#   blockhouse_resources(<folder> <file>...)              what those widgets show
 #
 # A rules library that links Qt, directly or through another target, stops the configuration. Including Qt
 # without linking it fails to compile, since Qt's headers are on no default include path.
@@ -34,7 +35,7 @@ function(blockhouse_rules folder)
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
   set(target ${folder}_rules)
   add_library(${target} STATIC ${ARG_SOURCES})
-  set_target_properties(${target} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+  set_target_properties(${target} PROPERTIES AUTOMOC OFF)
   target_link_libraries(${target} PUBLIC blockhouse_options ${ARG_LINK})
   foreach(link IN LISTS ARG_LINK)
     blockhouse_assert_no_qt(${target} ${link})
@@ -46,4 +47,11 @@ function(blockhouse_windows folder)
   set(target ${folder}_windows)
   add_library(${target} STATIC ${ARG_SOURCES})
   target_link_libraries(${target} PUBLIC blockhouse_options ${folder}_rules Qt6::Widgets ${ARG_LINK})
+endfunction()
+
+# Files that the folder's windows find under ":/" and their path from the top. The toolkit's own command for it takes
+# care that the linker drops none of them; CMAKE_AUTORCC_OPTIONS are for its resource compiler.
+function(blockhouse_resources folder)
+  qt_add_resources(${folder}_windows ${folder} PREFIX / BASE ${CMAKE_SOURCE_DIR} FILES ${ARGN}
+                   OPTIONS ${CMAKE_AUTORCC_OPTIONS})
 endfunction()

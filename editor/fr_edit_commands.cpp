@@ -5,15 +5,9 @@
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/svg_icon.h"
 
-// Resources of a static library are dropped by the linker unless asked for, and the macro wants global scope.
-static void keepResources() {
-    Q_INIT_RESOURCE(editor);
-}
-
 namespace blockhouse {
 
 void fr_edit::makeToolbar() {
-    keepResources();
     Toolbar1 = new QToolBar(this);
     Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
     Toolbar1->setAccessibleName(tr("Editor commands"));

@@ -147,6 +147,17 @@ TEST_F(Commands, AFailedSaveIsToldAndLosesNothing) {
     EXPECT_EQ(onDisk(path), "xOne\r\nEnd\r");
 }
 
+TEST_F(Commands, TheToolbarsButtonsHavePictures) {
+    for (const int place : {1, 3}) {
+        const QImage picture = editor.Toolbar1->actions().at(place)->icon().pixmap(16).toImage();
+        bool drawn = false;
+        for (int x = 0; x < picture.width(); ++x)
+            for (int y = 0; y < picture.height(); ++y)
+                drawn |= picture.pixelColor(x, y).alpha() > 0;
+        EXPECT_TRUE(drawn) << place;
+    }
+}
+
 TEST_F(Commands, ToolbarSaveAsksForANameWhereThereIsNone) {
     open("One\r\nEnd\r\n");
     editor.Filepath.clear();

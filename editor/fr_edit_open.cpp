@@ -18,9 +18,6 @@ namespace {
 
 constexpr std::size_t enoughBlocks = 3;
 
-// What the text engine and its undo history still count without overflow.
-constexpr std::size_t largestFile = 1'000'000'000;
-
 } // namespace
 
 bool fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
@@ -70,7 +67,7 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, std::ptrdiff_t 
 LongWork::Then fr_edit::readFile(const std::string& path) {
     (parentWidget() ? parentWidget() : this)->show();
     Filepath = path;
-    Result<std::string> file = readWholeFile(path, largestFile);
+    Result<std::string> file = readWholeFile(path, largestDocument);
     if (!file) {
         refuse(file.error());
         return LongWork::Then::End;
@@ -81,8 +78,7 @@ LongWork::Then fr_edit::readFile(const std::string& path) {
 }
 
 void fr_edit::announce(const std::string& path) {
-    const std::size_t separator = lastPathSeparator(path);
-    setWindowTitle(displayed(separator == path.npos ? path : path.substr(separator)));
+    setWindowTitle(displayed(captionOf(path)));
     setAccessibleName(displayed(LastPathPart(path)));
     setWindowFilePath(displayed(path));
     host_.windowOpened(handle_, displayed(LastPathPart(path)));

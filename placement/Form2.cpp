@@ -17,9 +17,6 @@
 namespace blockhouse {
 namespace {
 
-// What a text widget still counts without overflow.
-constexpr std::size_t largestFile = 1'000'000'000;
-
 template <typename Entry>
 QStringList namesOf(const std::vector<Entry>& entries) {
     QStringList names;
@@ -33,13 +30,12 @@ QStringList namesOf(const std::vector<Entry>& entries) {
 
 void Form2::Openfile(const std::string& Txt_path, std::ptrdiff_t) {
     bringUp(this);
-    Result<std::string> file = readWholeFile(Txt_path, largestFile);
+    Result<std::string> file = readWholeFile(Txt_path, largestDocument);
     if (!file)
         return tellFileError(this, tr("could not be opened."), file.error());
     Filepath = Txt_path;
     Filetext = std::move(file).value();
-    const std::size_t separator = lastPathSeparator(Txt_path);
-    setWindowTitle(displayed(separator == Txt_path.npos ? Txt_path : Txt_path.substr(separator)));
+    setWindowTitle(displayed(captionOf(Txt_path)));
     m_save_->setEnabled(true);
 
     sides_ = sidesOf(Filetext);

@@ -12,6 +12,10 @@ namespace blockhouse {
 // True for an existing normal file (through links); false for directories, hidden files and at any error.
 [[nodiscard]] bool FileExists(const std::string& path);
 
+// The most bytes of a file that is opened to be worked on: what the text engine and its undo history still count
+// without overflow.
+inline constexpr std::size_t largestDocument = 1'000'000'000;
+
 // Every byte of a normal file. A directory, a pipe, a device and a file of more than `limit` bytes are errors, never a
 // wait.
 Result<std::string> readWholeFile(const std::string& path, std::size_t limit = std::string::npos);

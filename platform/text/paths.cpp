@@ -13,6 +13,11 @@ std::string LastPathPart(std::string_view path) {
     return std::string(separator == std::string_view::npos ? path : path.substr(separator + 1));
 }
 
+std::string captionOf(std::string_view path) {
+    const std::size_t separator = lastPathSeparator(path);
+    return std::string(separator == std::string_view::npos ? path : path.substr(separator));
+}
+
 std::string joinPath(std::string_view directory, std::string_view name) {
     std::string joined(directory);
     if (!joined.empty() && !isPathSeparator(joined.back()))

@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <string_view>
 
 namespace blockhouse {
 
@@ -16,6 +17,16 @@ struct TextPosition {
 };
 
 inline constexpr TextPosition notFound{0};
+
+// The position of the character at a 0-based offset, as searches give it: npos is notFound.
+[[nodiscard]] constexpr TextPosition positionOf(std::size_t offset) {
+    return offset == std::string_view::npos ? notFound : TextPosition{static_cast<std::ptrdiff_t>(offset) + 1};
+}
+
+// And back; only for a position that is found().
+[[nodiscard]] constexpr std::size_t offsetOf(TextPosition position) {
+    return static_cast<std::size_t>(position.value - 1);
+}
 
 // Position of the caret in the rich-text box: the number of characters before it, so counted from 0.
 struct CaretPosition {

@@ -103,6 +103,14 @@ TEST(Paths, BothSeparatorsPartThem) {
     EXPECT_EQ(lastPathSeparator("abc"), std::string_view::npos);
 }
 
+TEST(Paths, CaptionsBeginAtTheLastSeparator) {
+    EXPECT_EQ(captionOf("C:\\data\\units.ini"), "\\units.ini");
+    EXPECT_EQ(captionOf("data\\sub/units.ini"), "/units.ini");
+    EXPECT_EQ(captionOf("data/sub\\units.ini"), "\\units.ini");
+    EXPECT_EQ(captionOf("units.ini"), "units.ini");
+    EXPECT_EQ(captionOf("data/"), "/");
+}
+
 TEST(Paths, JoinWithOneSeparator) {
     const std::string joined = joinPath("data", "units.ini");
     ASSERT_EQ(joined.size(), 14U);

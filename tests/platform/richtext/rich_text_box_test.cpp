@@ -137,6 +137,30 @@ TEST(RichTextBox, ManyRangesAreColouredAtOnce) {
     }
 }
 
+// Line ends are taken apart and put together on the way, and characters are of two lengths in the text engine.
+TEST(RichTextBox, ManyRangesAreReplacedAtOnce) {
+    std::mt19937 random(5);
+    const std::string pieces[] = {"", "x", "\r", "\n", "\xE9\r", "\n\xE9"};
+    for (int round = 0; round < 300; ++round) {
+        std::string text;
+        while (text.size() < 30)
+            text += "a\xE9\r\n\r\n"[random() % 6];
+        RichTextBox box;
+        box.setText(text);
+        std::vector<TextRange> ranges;
+        for (Position start = 0; start < 28; start += static_cast<Position>(3 + random() % 5))
+            ranges.push_back({start, static_cast<Position>(random() % 3)});
+        const std::string& piece = pieces[random() % std::size(pieces)];
+        box.replaceRanges(ranges, piece);
+        for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
+            text.replace(static_cast<std::size_t>(range->start), static_cast<std::size_t>(range->length), piece);
+        ASSERT_EQ(box.text(), text) << round;
+        ASSERT_EQ(box.textLength(), static_cast<Position>(text.size())) << round;
+        for (std::size_t at = 0; at < text.size(); ++at)
+            ASSERT_EQ(box.textAt(static_cast<Position>(at), 2), text.substr(at, 2)) << round << " at " << at;
+    }
+}
+
 TEST(RichTextBox, TypedTextTakesTheTypingColour) {
     RichTextBox box;
     box.setText("ab");

@@ -67,8 +67,8 @@ void fr_edit::makeMenus() {
         if (button != Qt::RightButton)
             return;
         // A click on a word is about that word, unless it is about what is selected.
-        const std::ptrdiff_t clicked = txt_edit->positionAt(position);
-        const std::ptrdiff_t start = txt_edit->selStart();
+        const CaretPosition clicked = txt_edit->positionAt(position);
+        const CaretPosition start = txt_edit->selStart();
         if (clicked < start || clicked > start + txt_edit->selLength())
             txt_edit->setSelStart(clicked);
         showPopup(txt_edit->viewport()->mapToGlobal(position));
@@ -106,8 +106,7 @@ void fr_edit::findReferences() {
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     // The menu that was used is this window's, and the toolkit goes on with it after the search.
-    static_cast<void>(stillOpenAfter(
-        *this, [&] { host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()}); }));
+    static_cast<void>(stillOpenAfter(*this, [&] { host_.findReferences(ascii.value_or(decoded), txt_edit->caret()); }));
 }
 
 void fr_edit::openFindPanel() {

@@ -11,8 +11,8 @@ namespace blockhouse {
 
 void fr_edit::chooseBlock(int index) {
     const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
-    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)).value);
-    Makekeywords(settingsStart(CaretPosition{txt_edit->selStart()}));
+    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)));
+    Makekeywords(settingsStart(txt_edit->selStart()));
     scrollCaretLineToTop();
 }
 
@@ -40,7 +40,7 @@ int fr_edit::FindinCombo(std::string_view what) const {
 
 void fr_edit::chooseSetting(int index) {
     // A position that edits have left beyond the text's end means that end.
-    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->itemData(index).toLongLong()}).value);
+    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->itemData(index).toLongLong()}));
     scrollCaretLineToTop();
 }
 

@@ -37,7 +37,7 @@ private:
     RichTextBox& box_;
     const Colour colour_;
     const KeywordScan scan_;
-    const std::ptrdiff_t selStart_;
+    const CaretPosition selStart_;
     const std::int32_t firstVisible_;
     std::size_t at_ = 0;
     std::optional<std::string> decoded_; // the text of the box, if it is not at hand in one piece

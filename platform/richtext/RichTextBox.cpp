@@ -12,8 +12,6 @@
 namespace blockhouse {
 namespace {
 
-constexpr int characterIndex = QsciScintillaBase::SC_LINECHARACTERINDEX_UTF32;
-
 // The text engine would also announce finished edits, but then it counts characters from the document's start.
 constexpr int announcedEdits = QsciScintillaBase::SC_MOD_BEFOREINSERT | QsciScintillaBase::SC_MOD_BEFOREDELETE;
 
@@ -35,7 +33,8 @@ std::string_view prevailingLineEnd(std::string_view bytes) {
 
 } // namespace
 
-RichTextBox::RichTextBox(QWidget* parent) : QsciScintillaBase(parent) {
+RichTextBox::RichTextBox(QWidget* parent)
+    : QsciScintillaBase(parent), engine_(*this), index_(engine_), styles_(engine_), editStyles_(engine_, styles_) {
     RichTextAccessible::install();
     setUpView();
     setUpKeys();
@@ -48,25 +47,23 @@ RichTextBox::RichTextBox(QWidget* parent) : QsciScintillaBase(parent) {
 }
 
 void RichTextBox::setUpView() {
-    send(SCI_SETCODEPAGE, SC_CP_UTF8);
-    send(SCI_ALLOCATELINECHARACTERINDEX, characterIndex);
-    send(SCI_SETWRAPMODE, SC_WRAP_NONE);
+    engine_.tell(SCI_SETWRAPMODE, SC_WRAP_NONE);
     for (int margin = 0; margin < 5; ++margin)
-        send(SCI_SETMARGINWIDTHN, margin, 0);
-    send(SCI_SETMARGINLEFT, 0, 3);
-    send(SCI_SETENDATLASTLINE, 1);
-    send(SCI_SETSCROLLWIDTH, 1);
-    send(SCI_SETSCROLLWIDTHTRACKING, 1);
-    send(SCI_USEPOPUP, SC_POPUP_NEVER);
-    send(SCI_SETPASTECONVERTENDINGS, 0);
-    send(SCI_SETEOLMODE, SC_EOL_CRLF);
-    send(SCI_SETTABWIDTH, 4);
-    send(SCI_SETUSETABS, 1);
+        engine_.tell(SCI_SETMARGINWIDTHN, margin, 0);
+    engine_.tell(SCI_SETMARGINLEFT, 0, 3);
+    engine_.tell(SCI_SETENDATLASTLINE, 1);
+    engine_.tell(SCI_SETSCROLLWIDTH, 1);
+    engine_.tell(SCI_SETSCROLLWIDTHTRACKING, 1);
+    engine_.tell(SCI_USEPOPUP, SC_POPUP_NEVER);
+    engine_.tell(SCI_SETPASTECONVERTENDINGS, 0);
+    engine_.tell(SCI_SETEOLMODE, SC_EOL_CRLF);
+    engine_.tell(SCI_SETTABWIDTH, 4);
+    engine_.tell(SCI_SETUSETABS, 1);
     SendScintilla(SCI_STYLESETFONT, static_cast<unsigned long>(STYLE_DEFAULT), "Courier New");
-    send(SCI_STYLESETSIZEFRACTIONAL, STYLE_DEFAULT, 1050);
-    send(SCI_STYLESETFORE, STYLE_DEFAULT, defaultTextColour);
-    send(SCI_STYLESETBACK, STYLE_DEFAULT, defaultBackground);
-    send(SCI_STYLECLEARALL);
+    engine_.tell(SCI_STYLESETSIZEFRACTIONAL, STYLE_DEFAULT, 1050);
+    engine_.tell(SCI_STYLESETFORE, STYLE_DEFAULT, defaultTextColour);
+    engine_.tell(SCI_STYLESETBACK, STYLE_DEFAULT, defaultBackground);
+    engine_.tell(SCI_STYLECLEARALL);
     for (const char unassigned : {'\x81', '\x8D', '\x8F', '\x90', '\x9D'}) {
         constexpr char digits[] = "0123456789ABCDEF";
         const unsigned byte = static_cast<unsigned char>(unassigned);
@@ -82,16 +79,8 @@ void RichTextBox::setTopMargin(Pixels height) {
     addScrollBarWidget(besideScrollBar, Qt::AlignTop);
 }
 
-long RichTextBox::send(unsigned message, long first, long second) const {
-    return SendScintilla(message, static_cast<unsigned long>(first), second);
-}
-
-long RichTextBox::sendText(unsigned message, std::string_view bytes) const {
-    return SendScintilla(message, static_cast<unsigned long>(bytes.size()), bytes.data());
-}
-
 void RichTextBox::listenForEdits(bool on) {
-    send(SCI_SETMODEVENTMASK, on ? announcedEdits : 0);
+    engine_.tell(SCI_SETMODEVENTMASK, on ? announcedEdits : 0);
 }
 
 // --- Whole text -------------------------------------------------------------------------------------------------
@@ -100,46 +89,48 @@ std::string RichTextBox::text() const {
     return textAt(0, textLength());
 }
 
-std::string RichTextBox::textAt(Position start, Position length) const {
-    const BytePosition first = byteOf(start);
-    const BytePosition last = byteOf(start + std::max<Position>(length, 0));
-    const std::string_view raw = rawText(first, last - first);
-    return everyCharacterIsOneByte() ? std::string(raw) : codepage::fromUtf8(raw).bytes;
+std::string RichTextBox::textAt(Position start, std::ptrdiff_t length) const {
+    const BytePosition first = index_.byteOf(start);
+    const BytePosition last = index_.byteOf(start + std::max<std::ptrdiff_t>(length, 0));
+    const std::string_view utf8 = engine_.text({first, last});
+    return index_.everyCharacterIsOneByte() ? std::string(utf8) : codepage::fromUtf8(utf8).bytes;
 }
 
 void RichTextBox::setText(std::string_view bytes) {
     load(bytes, {});
 }
 
-RichTextBox::Position RichTextBox::textLength() const {
-    return send(SCI_INDEXPOSITIONFROMLINE, send(SCI_GETLINECOUNT), characterIndex);
+std::ptrdiff_t RichTextBox::textLength() const {
+    return index_.length();
 }
 
 bool RichTextBox::contains(char character) const {
-    return rawText(0, rawLength()).find(codepage::toUtf8({&character, 1})) != std::string_view::npos;
+    return engine_.text({0, engine_.length()}).find(codepage::toUtf8({&character, 1})) != std::string_view::npos;
 }
 
 std::optional<std::string_view> RichTextBox::asciiText() const {
-    if (!everyCharacterIsOneByte())
+    if (!index_.everyCharacterIsOneByte())
         return std::nullopt;
-    return rawText(0, rawLength());
+    return engine_.text({0, engine_.length()});
 }
 
 std::string RichTextBox::rtf() const {
-    settleStyles();
     const std::string decoded = asciiText() ? std::string() : text();
     std::string source;
-    rtf::SourceWriter(asciiText().value_or(decoded), colourRuns(), styles_.colours())
-        .writeLines(source, std::string::npos);
+    sourceWriter(asciiText().value_or(decoded)).writeLines(source, std::string::npos);
     return source;
+}
+
+rtf::SourceWriter RichTextBox::sourceWriter(std::string_view text) const {
+    Q_ASSERT(editStyles_.isSettled());
+    return {text, styles_.colourRuns(index_.everyCharacterIsOneByte()), styles_.colours()};
 }
 
 void RichTextBox::editRtfLines(const std::function<std::string(std::string_view)>& edit) {
     constexpr std::size_t block = 1 << 16;
-    settleStyles();
     const std::string decoded = asciiText() ? std::string() : text();
     const std::string_view before = asciiText().value_or(decoded);
-    rtf::SourceWriter writer(before, colourRuns(), styles_.colours());
+    rtf::SourceWriter writer = sourceWriter(before);
     rtf::SourceReader reader(before);
     std::string source;
     source.reserve(2 * block);
@@ -164,24 +155,23 @@ void RichTextBox::setRtf(std::string_view source) {
 
 void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText) {
     listenForEdits(false);
-    send(SCI_SETUNDOCOLLECTION, 0);
+    engine_.tell(SCI_SETUNDOCOLLECTION, 0);
     if (!isTheText)
         replaceDocument(bytes);
-    styleDocument(bytes, runs);
-    send(SCI_SETUNDOCOLLECTION, 1);
-    send(SCI_EMPTYUNDOBUFFER);
-    send(SCI_SETSAVEPOINT);
+    styles_.recolourAll(bytes, runs);
+    engine_.tell(SCI_SETUNDOCOLLECTION, 1);
+    engine_.tell(SCI_EMPTYUNDOBUFFER);
+    engine_.tell(SCI_SETSAVEPOINT);
     listenForEdits(true);
 
-    history_.clear();
-    pending_.reset();
-    typing_.reset();
-    requestedStart_.reset();
+    editStyles_.clear();
+    typing_.forget();
+    requestedStart_.forget();
     lineEnd_ = prevailingLineEnd(bytes);
-    send(SCI_SETEOLMODE, lineEnd_ == "\r\n" ? SC_EOL_CRLF : lineEnd_ == "\n" ? SC_EOL_LF : SC_EOL_CR);
-    send(SCI_SETEMPTYSELECTION, 0);
-    send(SCI_SETFIRSTVISIBLELINE, 0);
-    send(SCI_SETXOFFSET, 0);
+    engine_.tell(SCI_SETEOLMODE, lineEnd_ == "\r\n" ? SC_EOL_CRLF : lineEnd_ == "\n" ? SC_EOL_LF : SC_EOL_CR);
+    engine_.putCaret(0);
+    engine_.tell(SCI_SETFIRSTVISIBLELINE, 0);
+    engine_.tell(SCI_SETXOFFSET, 0);
     textChanged_ = true;
     settleEdit();
 }
@@ -190,43 +180,45 @@ void RichTextBox::replaceDocument(std::string_view bytes) {
     const bool ascii = codepage::isAscii(bytes);
     const std::string encoded = ascii ? std::string() : codepage::toUtf8(bytes);
     const std::string_view utf8 = ascii ? bytes : encoded;
-    send(SCI_CLEARALL);
-    send(SCI_SETSCROLLWIDTH, 1);
-    send(SCI_ALLOCATE, static_cast<long>(utf8.size()) + 1);
-    sendText(SCI_APPENDTEXT, utf8);
-    plainFrom_ = 0; // appended text has style 0
+    engine_.tell(SCI_CLEARALL);
+    engine_.tell(SCI_SETSCROLLWIDTH, 1);
+    engine_.tell(SCI_ALLOCATE, static_cast<std::ptrdiff_t>(utf8.size()) + 1);
+    engine_.tell(SCI_APPENDTEXT, utf8);
+    styles_.textReplaced();
 }
 
 // --- Selection --------------------------------------------------------------------------------------------------
 
 RichTextBox::Position RichTextBox::selStart() const {
-    return characterOf(send(SCI_GETSELECTIONSTART));
+    return index_.characterOf(engine_.selection().first);
 }
 
 void RichTextBox::setSelStart(Position position) {
-    requestedStart_.reset();
-    BytePosition byte = byteOf(position);
-    if (isInsideLineBreak(byte)) {
-        requestedStart_ = position;
+    requestedStart_.forget();
+    BytePosition byte = index_.byteOf(position);
+    if (engine_.isInsideLineBreak(byte)) {
         --byte;
+        requestedStart_.remember(position, byte);
     }
-    send(SCI_SETEMPTYSELECTION, byte);
+    engine_.putCaret(byte);
 }
 
-RichTextBox::Position RichTextBox::selLength() const {
-    return characterOf(send(SCI_GETSELECTIONEND)) - selStart();
+std::ptrdiff_t RichTextBox::selLength() const {
+    return index_.characterOf(engine_.selection().last) - selStart();
 }
 
-void RichTextBox::setSelLength(Position length) {
-    const Position start = requestedStart_ && length > 0 ? *requestedStart_ : selStart();
-    requestedStart_.reset();
-    const BytePosition first = byteOf(start);
-    const BytePosition last = byteOf(start + std::max<Position>(length, 0));
-    send(SCI_SETSELECTION, last, first);
+void RichTextBox::setSelLength(std::ptrdiff_t length) {
+    const std::optional<Position> requested =
+        length > 0 ? requestedStart_.whileCaretIsAt(engine_.caret()) : std::nullopt;
+    const Position start = requested ? *requested : selStart();
+    requestedStart_.forget();
+    const BytePosition first = index_.byteOf(start);
+    const BytePosition last = index_.byteOf(start + std::max<std::ptrdiff_t>(length, 0));
+    engine_.tell(SCI_SETSELECTION, last, first);
 }
 
 RichTextBox::Position RichTextBox::caret() const {
-    return characterOf(send(SCI_GETCURRENTPOS));
+    return index_.characterOf(engine_.caret());
 }
 
 std::string RichTextBox::selText() const {
@@ -240,37 +232,39 @@ void RichTextBox::setSelText(std::string_view bytes) {
 }
 
 void RichTextBox::insertOverSelection(std::string_view utf8) {
-    send(SCI_BEGINUNDOACTION);
-    send(SCI_TARGETFROMSELECTION);
-    sendText(SCI_REPLACETARGET, utf8);
-    send(SCI_SETEMPTYSELECTION, send(SCI_GETTARGETEND));
-    send(SCI_ENDUNDOACTION);
+    engine_.tell(SCI_BEGINUNDOACTION);
+    engine_.tell(SCI_TARGETFROMSELECTION);
+    engine_.tell(SCI_REPLACETARGET, utf8);
+    engine_.putCaret(engine_.ask(SCI_GETTARGETEND));
+    engine_.tell(SCI_ENDUNDOACTION);
 }
 
 void RichTextBox::replaceRanges(std::span<const TextRange> ranges, std::string_view bytes) {
     if (ranges.empty())
         return;
+    // Where every range lies is asked at once, since the first edit may leave the characters miscounted.
+    std::vector<ByteSpan> spans;
+    spans.reserve(ranges.size());
+    for (const TextRange& range : ranges)
+        spans.push_back({index_.byteOf(range.start), index_.byteOf(range.start + range.length)});
     const std::string utf8 = codepage::toUtf8(bytes);
-    send(SCI_BEGINUNDOACTION);
+    engine_.tell(SCI_BEGINUNDOACTION);
     // From the last to the first, so that no range moves before its turn.
-    for (std::size_t left = ranges.size(); left > 0; --left) {
-        const TextRange& range = ranges[left - 1];
-        const BytePosition start = byteOf(range.start);
-        typing_ = TypingColour{start, textColorAt(range.start)};
-        send(SCI_SETTARGETRANGE, start, byteOf(range.start + range.length));
-        sendText(SCI_REPLACETARGET, utf8);
+    for (auto span = spans.rbegin(); span != spans.rend(); ++span) {
+        typing_.choose(span->first, styles_.coloursAt(span->first).text);
+        engine_.tell(SCI_SETTARGETRANGE, span->first, span->last);
+        engine_.tell(SCI_REPLACETARGET, utf8);
         settleStyles();
-        refreshLineIndex();
     }
-    send(SCI_ENDUNDOACTION);
-    send(SCI_SETEMPTYSELECTION, send(SCI_GETTARGETEND));
+    engine_.tell(SCI_ENDUNDOACTION);
+    engine_.putCaret(engine_.ask(SCI_GETTARGETEND));
     settleEdit();
 }
 
 // --- Find -------------------------------------------------------------------------------------------------------
 
 RichTextBox::Position RichTextBox::find(std::string_view what) {
-    const Position length = selLength();
+    const std::ptrdiff_t length = selLength();
     return length > 0 ? findIn(what, selStart(), selStart() + length) : findIn(what, 0, textLength());
 }
 
@@ -281,24 +275,24 @@ RichTextBox::Position RichTextBox::find(std::string_view what, Position start) {
 RichTextBox::Position RichTextBox::findIn(std::string_view what, Position start, Position end) {
     const FoldedSearch search(what);
     Position found = -1;
-    if (everyCharacterIsOneByte() || codepage::isAscii(what)) {
-        const BytePosition first = byteOf(start);
-        const std::size_t at = search.find(rawText(first, byteOf(end) - first));
+    if (index_.everyCharacterIsOneByte() || codepage::isAscii(what)) {
+        const BytePosition first = index_.byteOf(start);
+        const std::size_t at = search.find(engine_.text({first, index_.byteOf(end)}));
         if (at != FoldedSearch::npos)
-            found = characterOf(first + static_cast<BytePosition>(at));
+            found = index_.characterOf(first + static_cast<BytePosition>(at));
     } else {
         // Letters beyond ASCII differ in length and lead bytes: they are compared in the code page, piece by piece.
-        constexpr Position piece = 1 << 16;
-        const auto overlap = static_cast<Position>(what.size());
+        constexpr std::ptrdiff_t piece = 1 << 16;
+        const auto overlap = static_cast<std::ptrdiff_t>(what.size());
         for (Position at = start; at < end && found < 0; at += piece) {
             const std::size_t hit = search.find(textAt(at, std::min(piece + overlap, end - at)));
             if (hit != FoldedSearch::npos)
-                found = at + static_cast<Position>(hit);
+                found = at + hit;
         }
     }
     if (found >= 0) {
-        requestedStart_.reset();
-        send(SCI_SETSELECTION, byteOf(found + static_cast<Position>(what.size())), byteOf(found));
+        requestedStart_.forget();
+        engine_.tell(SCI_SETSELECTION, index_.byteOf(found + what.size()), index_.byteOf(found));
     }
     return found;
 }
@@ -306,7 +300,7 @@ RichTextBox::Position RichTextBox::findIn(std::string_view what, Position start,
 // --- Edit-control messages --------------------------------------------------------------------------------------
 
 void RichTextBox::scroll(ScrollStep step) {
-    const Position page = std::max<Position>(send(SCI_LINESONSCREEN), 1);
+    const std::ptrdiff_t page = std::max<std::ptrdiff_t>(engine_.ask(SCI_LINESONSCREEN), 1);
     switch (step) {
     case ScrollStep::LineUp:
         return scrollLines(0, -1);
@@ -319,75 +313,40 @@ void RichTextBox::scroll(ScrollStep step) {
     }
 }
 
-void RichTextBox::scrollLines(Position characters, Position lines) {
-    send(SCI_LINESCROLL, characters, lines);
+void RichTextBox::scrollLines(std::ptrdiff_t characters, std::ptrdiff_t lines) {
+    engine_.tell(SCI_LINESCROLL, characters, lines);
 }
 
-RichTextBox::Position RichTextBox::lineCount() const {
-    return send(SCI_GETLINECOUNT);
+std::ptrdiff_t RichTextBox::lineCount() const {
+    return engine_.ask(SCI_GETLINECOUNT);
 }
 
-RichTextBox::Position RichTextBox::currentLine() const {
-    return send(SCI_LINEFROMPOSITION, send(SCI_GETSELECTIONSTART));
+LineIndex RichTextBox::currentLine() const {
+    return engine_.ask(SCI_LINEFROMPOSITION, engine_.selection().first);
 }
 
-RichTextBox::Position RichTextBox::firstVisibleLine() const {
-    return send(SCI_GETFIRSTVISIBLELINE);
+LineIndex RichTextBox::firstVisibleLine() const {
+    return engine_.ask(SCI_GETFIRSTVISIBLELINE);
 }
 
 // --- Places on the screen ---------------------------------------------------------------------------------------
 
 QRect RichTextBox::characterRect(Position position) const {
-    const BytePosition byte = byteOf(position);
-    const long left = send(SCI_POINTXFROMPOSITION, 0, byte);
-    const long right = send(SCI_POINTXFROMPOSITION, 0, byteOf(position + 1));
-    return QRect(static_cast<int>(left), static_cast<int>(send(SCI_POINTYFROMPOSITION, 0, byte)),
-                 static_cast<int>(std::max(right - left, 1L)), static_cast<int>(send(SCI_TEXTHEIGHT)));
+    const auto pixels = [this](unsigned message, BytePosition byte) {
+        return static_cast<int>(engine_.ask(message, 0, byte));
+    };
+    const BytePosition byte = index_.byteOf(position);
+    const int left = pixels(SCI_POINTXFROMPOSITION, byte);
+    const int right = pixels(SCI_POINTXFROMPOSITION, index_.byteOf(position + 1));
+    return {left, pixels(SCI_POINTYFROMPOSITION, byte), std::max(right - left, 1), pixels(SCI_TEXTHEIGHT, 0)};
 }
 
 RichTextBox::Position RichTextBox::positionAt(QPoint point) const {
-    return characterOf(send(SCI_POSITIONFROMPOINT, point.x(), point.y()));
+    return index_.characterOf(engine_.ask(SCI_POSITIONFROMPOINT, point.x(), point.y()));
 }
 
 void RichTextBox::scrollIntoView(Position start, Position end) {
-    send(SCI_SCROLLRANGE, byteOf(end), byteOf(start));
-}
-
-// --- Positions --------------------------------------------------------------------------------------------------
-
-bool RichTextBox::everyCharacterIsOneByte() const {
-    return textLength() == rawLength();
-}
-
-RichTextBox::BytePosition RichTextBox::byteOf(Position position) const {
-    const Position within = std::clamp<Position>(position, 0, textLength());
-    if (everyCharacterIsOneByte())
-        return within;
-    const long line = send(SCI_LINEFROMINDEXPOSITION, within, characterIndex);
-    return send(SCI_POSITIONRELATIVE, send(SCI_POSITIONFROMLINE, line),
-                within - send(SCI_INDEXPOSITIONFROMLINE, line, characterIndex));
-}
-
-RichTextBox::Position RichTextBox::characterOf(BytePosition byte) const {
-    if (everyCharacterIsOneByte())
-        return byte;
-    const long line = send(SCI_LINEFROMPOSITION, byte);
-    return send(SCI_INDEXPOSITIONFROMLINE, line, characterIndex) +
-           send(SCI_COUNTCHARACTERS, send(SCI_POSITIONFROMLINE, line), byte);
-}
-
-std::string_view RichTextBox::rawText(BytePosition start, BytePosition length) const {
-    if (length <= 0)
-        return {};
-    return {reinterpret_cast<const char*>(send(SCI_GETRANGEPOINTER, start, length)), static_cast<std::size_t>(length)};
-}
-
-RichTextBox::BytePosition RichTextBox::rawLength() const {
-    return send(SCI_GETLENGTH);
-}
-
-bool RichTextBox::isInsideLineBreak(BytePosition byte) const {
-    return byte > 0 && send(SCI_GETCHARAT, byte) == '\n' && send(SCI_GETCHARAT, byte - 1) == '\r';
+    engine_.tell(SCI_SCROLLRANGE, index_.byteOf(end), index_.byteOf(start));
 }
 
 } // namespace blockhouse

@@ -6,8 +6,13 @@
 // be undone. Colours belong to the characters: setting them neither counts as a change nor can be undone.
 #pragma once
 
-#include "platform/richtext/StyleHistory.h"
-#include "platform/richtext/StyleTable.h"
+#include "platform/richtext/CharacterIndex.h"
+#include "platform/richtext/EditStyles.h"
+#include "platform/richtext/RequestedStart.h"
+#include "platform/richtext/SeenPress.h"
+#include "platform/richtext/TextEngine.h"
+#include "platform/richtext/TextStyles.h"
+#include "platform/richtext/TypingColour.h"
 #include "platform/text/Colour.h"
 #include "platform/text/rtf.h"
 #include "platform/text/units.h"
@@ -27,7 +32,7 @@ class RichTextBox : public QsciScintillaBase {
     Q_OBJECT
 
 public:
-    using Position = std::ptrdiff_t;
+    using Position = CaretPosition;
 
     explicit RichTextBox(QWidget* parent = nullptr);
 
@@ -35,9 +40,9 @@ public:
     [[nodiscard]] std::string text() const;
     // Everything in the default colours, caret at the start, nothing to undo.
     void setText(std::string_view bytes);
-    [[nodiscard]] Position textLength() const;
+    [[nodiscard]] std::ptrdiff_t textLength() const;
     // The characters of [start, start + length).
-    [[nodiscard]] std::string textAt(Position start, Position length) const;
+    [[nodiscard]] std::string textAt(Position start, std::ptrdiff_t length) const;
 
     [[nodiscard]] bool contains(char character) const;
 
@@ -58,8 +63,8 @@ public:
     // Empties the selection. A caret between CR and LF goes before the CR, so that typing never splits the pair;
     // a setSelLength() right after still counts from `position`.
     void setSelStart(Position position);
-    [[nodiscard]] Position selLength() const;
-    void setSelLength(Position length);
+    [[nodiscard]] std::ptrdiff_t selLength() const;
+    void setSelLength(std::ptrdiff_t length);
     // The end of the selection that moves; selStart() when nothing is selected.
     [[nodiscard]] Position caret() const;
     [[nodiscard]] std::string selText() const;
@@ -88,11 +93,11 @@ public:
     // --- Edit-control messages --------------------------------------------------------------------------------
     enum class ScrollStep { LineUp = 0, LineDown = 1, PageUp = 2, PageDown = 3 };
     void scroll(ScrollStep step);
-    void scrollLines(Position characters, Position lines);
-    [[nodiscard]] Position lineCount() const;
+    void scrollLines(std::ptrdiff_t characters, std::ptrdiff_t lines);
+    [[nodiscard]] std::ptrdiff_t lineCount() const;
     // Line of the caret, or of the selection's start.
-    [[nodiscard]] Position currentLine() const;
-    [[nodiscard]] Position firstVisibleLine() const;
+    [[nodiscard]] LineIndex currentLine() const;
+    [[nodiscard]] LineIndex firstVisibleLine() const;
 
     // --- Places on the screen ---------------------------------------------------------------------------------
     // In the viewport's coordinates, wherever the view is scrolled to.
@@ -144,89 +149,41 @@ protected:
     QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override;
 
 private:
-    // Scintilla's own positions are bytes of a UTF-8 document.
-    using BytePosition = long;
-    long send(unsigned message, long first = 0, long second = 0) const;
-    long sendText(unsigned message, std::string_view bytes) const;
-    [[nodiscard]] bool everyCharacterIsOneByte() const;
-    [[nodiscard]] BytePosition byteOf(Position position) const;
-    [[nodiscard]] Position characterOf(BytePosition byte) const;
-    [[nodiscard]] std::string_view rawText(BytePosition start, BytePosition length) const;
-    [[nodiscard]] BytePosition rawLength() const;
-
     void setUpView();
     void setUpKeys();
     void listenForEdits(bool on);
-    [[nodiscard]] rtf::SourceWriter::NextRun colourRuns() const;
+
     // Makes `bytes` the whole document, unless it is that already.
     void load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText = false);
     void replaceDocument(std::string_view bytes);
-    void styleDocument(std::string_view bytes, std::span<const rtf::ColourRun> runs);
+    [[nodiscard]] rtf::SourceWriter sourceWriter(std::string_view text) const;
+    [[nodiscard]] Position findIn(std::string_view what, Position start, Position end);
 
-    struct ByteSpan {
-        BytePosition first;
-        BytePosition last; // not included
-    };
-
-    // Ordered and apart; empty ranges left out.
-    [[nodiscard]] std::vector<ByteSpan> joined(std::span<const TextRange> ranges) const;
-    [[nodiscard]] int styleAt(BytePosition byte) const;
-    void readStyles(BytePosition start, std::span<unsigned char> styles) const;
-    void writeStyles(BytePosition start, std::span<const unsigned char> styles);
-    int styleNumber(ColourPair colours);
-
-    void onModified(BytePosition position, int type, BytePosition length);
-
-    struct PendingStyles {
-        BytePosition at;
-        StyleRuns styles;
-        std::optional<int> furtherLines; // the style of what follows the first line break, if it has one of its own
-    };
-
-    [[nodiscard]] PendingStyles stylesForInsertion(BytePosition at, BytePosition length);
-    // Gives the text of the last insertion its styles.
-    void settleStyles() const;
-    void refreshLineIndex();
-    // settleStyles(), and says that the text changed if it did.
+    [[nodiscard]] ColourPair coloursAt(BytePosition byte) const;
+    // The text engine is about to edit.
+    void onModified(BytePosition position, int type, std::ptrdiff_t length);
+    void settleStyles();
+    // Comes after everything that may have edited or moved the caret: only then are queries right. Says that the text
+    // has changed if it has.
     void settleEdit();
 
-    [[nodiscard]] bool isInsideLineBreak(BytePosition byte) const;
     void prepareForInput();
     [[nodiscard]] bool runKeyDown(const QKeyEvent& event);
     [[nodiscard]] bool actOnClipboardKey(const QKeyEvent& event);
     void insertOverSelection(std::string_view utf8);
     [[nodiscard]] std::string encodedForInsertion(const QString& text) const;
-    [[nodiscard]] Position findIn(std::string_view what, Position start, Position end);
 
-    StyleTable styles_;
-    StyleHistory history_;
+    TextEngine engine_;
+    CharacterIndex index_;
+    TextStyles styles_;
+    EditStyles editStyles_;
+    TypingColour typing_;
+    RequestedStart requestedStart_;
+    SeenPress seenPress_;
     KeyDown keyDown_;
-
-    struct TypingColour {
-        BytePosition at;
-        Colour colour;
-    };
-
-    std::optional<TypingColour> typing_; // holds while the caret stays at `at`
-
-    mutable std::optional<PendingStyles>
-        pending_;                           // an insertion that Scintilla has announced but we have not styled yet
-    mutable bool lineIndexIsStale_ = false; // an edit took a CR LF apart or put one together
-    bool textChanged_ = false;              // not announced yet
-    bool composing_ = false;                // an input method shows text that is not committed
-
-    std::optional<Position> requestedStart_; // of a setSelStart() that had to be moved out of a CR LF
-
-    struct SeenPress {
-        int key;
-        bool cancelled;
-    };
-
-    std::optional<SeenPress> seenPress_; // the hook has seen this press as a possible shortcut already
-
-    BytePosition plainFrom_ = 0; // from here on every character is known to have style 0
-
     std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
+    bool textChanged_ = false;          // not announced yet
+    bool composing_ = false;            // an input method shows text that is not committed
 };
 
 } // namespace blockhouse

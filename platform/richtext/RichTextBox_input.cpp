@@ -110,9 +110,9 @@ void RichTextBox::setUpKeys() {
         {'Y' | control, SCI_REDO},
     };
     // The text engine's own set would, for one, duplicate a line at Ctrl+D.
-    send(SCI_CLEARALLCMDKEYS);
+    engine_.tell(SCI_CLEARALLCMDKEYS);
     for (const Key& key : keys)
-        send(SCI_ASSIGNCMDKEY, key.key, key.command);
+        engine_.tell(SCI_ASSIGNCMDKEY, key.key, key.command);
 }
 
 // --- Keys -------------------------------------------------------------------------------------------------------
@@ -121,9 +121,9 @@ bool RichTextBox::event(QEvent* event) {
     // A key that is also a menu shortcut never comes as a key press if the menu takes it.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& press = static_cast<const QKeyEvent&>(*event);
-        seenPress_.reset();
+        seenPress_.forget();
         const bool cancelled = runKeyDown(press);
-        seenPress_ = SeenPress{press.key(), cancelled};
+        seenPress_.remember(press.key(), cancelled);
         if (cancelled) {
             event->accept();
             return true;
@@ -133,9 +133,8 @@ bool RichTextBox::event(QEvent* event) {
 }
 
 bool RichTextBox::runKeyDown(const QKeyEvent& event) {
-    const auto seen = std::exchange(seenPress_, std::nullopt);
-    if (seen && seen->key == event.key())
-        return seen->cancelled;
+    if (const std::optional<bool> cancelled = seenPress_.take(event.key()))
+        return *cancelled;
     if (!keyDown_)
         return false;
     prepareForInput();
@@ -163,7 +162,7 @@ void RichTextBox::keyPressEvent(QKeyEvent* event) {
 }
 
 void RichTextBox::keyReleaseEvent(QKeyEvent* event) {
-    seenPress_.reset();
+    seenPress_.forget();
     QsciScintillaBase::keyReleaseEvent(event);
 }
 
@@ -180,12 +179,11 @@ bool RichTextBox::actOnClipboardKey(const QKeyEvent& event) {
 }
 
 void RichTextBox::prepareForInput() {
-    settleStyles();
-    const BytePosition start = send(SCI_GETSELECTIONSTART);
-    if (start != send(SCI_GETSELECTIONEND))
-        typing_ = TypingColour{start, selColor()};
-    else if (isInsideLineBreak(start))
-        send(SCI_SETEMPTYSELECTION, start - 1);
+    const ByteSpan selected = engine_.selection();
+    if (selected.length() > 0)
+        typing_.choose(selected.first, selColor());
+    else if (engine_.isInsideLineBreak(selected.first))
+        engine_.putCaret(selected.first - 1);
 }
 
 void RichTextBox::inputMethodEvent(QInputMethodEvent* event) {
@@ -202,11 +200,11 @@ void RichTextBox::inputMethodEvent(QInputMethodEvent* event) {
 
 QVariant RichTextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
     // Only what is near the caret: the whole text may be a hundred megabytes.
-    constexpr Position reach = 1024;
-    const Position caret = characterOf(send(SCI_GETCURRENTPOS));
+    constexpr std::ptrdiff_t reach = 1024;
+    const Position caret = this->caret();
     const Position first = std::max<Position>(caret - reach, 0);
     const auto inReach = [&](BytePosition byte) {
-        return static_cast<int>(std::clamp(characterOf(byte) - first, Position{0}, 2 * reach));
+        return static_cast<int>(std::clamp<std::ptrdiff_t>(index_.characterOf(byte) - first, 0, 2 * reach));
     };
     switch (query) {
     case Qt::ImSurroundingText:
@@ -214,7 +212,7 @@ QVariant RichTextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
     case Qt::ImCursorPosition:
         return static_cast<int>(caret - first);
     case Qt::ImAnchorPosition:
-        return inReach(send(SCI_GETANCHOR));
+        return inReach(engine_.ask(SCI_GETANCHOR));
     case Qt::ImCurrentSelection:
         return decoded(textAt(selStart(), std::min(selLength(), 2 * reach)));
     case Qt::ImTextBeforeCursor:
@@ -262,12 +260,12 @@ void RichTextBox::contextMenuEvent(QContextMenuEvent* event) {
 // --- Editing, clipboard and drops -------------------------------------------------------------------------------
 
 void RichTextBox::undo() {
-    send(SCI_UNDO);
+    engine_.tell(SCI_UNDO);
     settleEdit();
 }
 
 void RichTextBox::redo() {
-    send(SCI_REDO);
+    engine_.tell(SCI_REDO);
     settleEdit();
 }
 
@@ -283,7 +281,7 @@ void RichTextBox::cut() {
 void RichTextBox::paste() {
     prepareForInput();
     insertOverSelection(withLineEnds(encodedForInsertion(QGuiApplication::clipboard()->text()), lineEnd_));
-    send(SCI_SCROLLCARET);
+    engine_.tell(SCI_SCROLLCARET);
     settleEdit();
 }
 

@@ -1,0 +1,40 @@
+// Characters of the text to bytes of the text engine's document and back.
+#pragma once
+
+#include "platform/richtext/TextEngine.h"
+#include "platform/text/units.h"
+
+#include <span>
+#include <vector>
+
+namespace blockhouse {
+
+// The text engine counts the characters of every line, but miscounts them after an edit that takes a CR LF apart or
+// puts one together. So every edit is told before it happens, an insertion also after it has happened, and settle()
+// comes before the next question.
+class CharacterIndex {
+public:
+    explicit CharacterIndex(TextEngine engine);
+
+    // In characters.
+    [[nodiscard]] std::ptrdiff_t length() const;
+    [[nodiscard]] bool everyCharacterIsOneByte() const;
+    // A place outside the text means its nearer end.
+    [[nodiscard]] BytePosition byteOf(CaretPosition character) const;
+    [[nodiscard]] CaretPosition characterOf(BytePosition byte) const;
+    // The ranges are ordered by their start and may overlap; the spans are apart, and none is empty.
+    [[nodiscard]] std::vector<ByteSpan> spansOf(std::span<const TextRange> ranges) const;
+
+    void inserting(BytePosition at);
+    void inserted(ByteSpan span);
+    void deleting(ByteSpan span);
+    void settle();
+
+private:
+    [[nodiscard]] BytePosition byteByLines(CaretPosition character) const;
+
+    TextEngine engine_;
+    bool stale_ = false;
+};
+
+} // namespace blockhouse

@@ -113,7 +113,7 @@ QRect Program::roomForEditor(const QRect& area) const {
 
 void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
     if (const QPointer<fr_edit> editor = openEditor(path, position.value))
-        editor->showFound({position.value - 1, static_cast<std::ptrdiff_t>(length)});
+        editor->showFound(rangeAt(position, static_cast<std::ptrdiff_t>(length)));
 }
 
 void Program::drawProgress(PictureBox& box, double value, double maximum) {

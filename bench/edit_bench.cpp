@@ -128,9 +128,9 @@ void measureHundredMegabytes(Program& program, const std::string& path, double k
     const std::string needle = "ONLYATTHEVERYEND";
     std::string bytes = editor.txt_edit->text() + needle;
     editor.txt_edit->setText(bytes);
-    std::ptrdiff_t found = 0;
+    CaretPosition found = 0;
     const double ours = medianOf([&] { found = editor.txt_edit->find("onlyattheveryend", 0); });
-    if (found != static_cast<std::ptrdiff_t>(bytes.size() - needle.size()))
+    if (found != bytes.size() - needle.size())
         std::exit(1);
     std::size_t scanned = 0;
     const double plain = medianOf([&] { scanned = plainScan(bytes, "onlyattheveryend"); });

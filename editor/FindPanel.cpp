@@ -4,7 +4,6 @@
 #include "editor/textboxbas.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
-#include "platform/text/units.h"
 #include "platform/widgets/controls.h"
 
 #include <QCursor>
@@ -179,7 +178,7 @@ void FindPanel::Find() {
 void FindPanel::FindNext() {
     const std::string text = wanted();
     if (!text.empty())
-        showOutcome(textBox_.find(searchString(), textBox_.selStart() + static_cast<std::ptrdiff_t>(text.size())));
+        showOutcome(textBox_.find(searchString(), textBox_.selStart() + text.size()));
 }
 
 // Return finds, and pressed again goes on from the hit.
@@ -190,7 +189,7 @@ void FindPanel::findOrGoOn() {
         Find();
 }
 
-void FindPanel::showOutcome(std::ptrdiff_t position) {
+void FindPanel::showOutcome(CaretPosition position) {
     tint(position < 0);
     if (position > 0)
         textBox_.setSelStart(position);
@@ -213,7 +212,7 @@ void FindPanel::Replace() {
     const std::string text = wanted();
     if (text.empty())
         return;
-    std::ptrdiff_t from = textBox_.selStart();
+    CaretPosition from = textBox_.selStart();
     const bool isHit =
         textBox_.selLength() == static_cast<std::ptrdiff_t>(text.size()) && textBox_.find(searchString(), from) == from;
     textBox_.setSelStart(from);

@@ -2,6 +2,8 @@
 // panel's boxes and the text box's selection afresh.
 #pragma once
 
+#include "platform/text/units.h"
+
 #include <QCheckBox>
 #include <QFrame>
 #include <QLabel>
@@ -60,7 +62,7 @@ private:
     void offerReplacing(bool offered);
     void followCursor();
     void findOrGoOn();
-    void showOutcome(std::ptrdiff_t position);
+    void showOutcome(CaretPosition position);
     void tint(bool inVain);
     [[nodiscard]] std::string wanted() const;       // the text of Txt_find
     [[nodiscard]] std::string searchString() const; // what is looked for: a blank is added for whole words

@@ -73,8 +73,8 @@ void fr_edit::makeMenus() {
         if (button != Qt::RightButton)
             return;
         // A click on a word is about that word, unless it is about what is selected.
-        const std::ptrdiff_t clicked = txt_edit->positionAt(position);
-        const std::ptrdiff_t start = txt_edit->selStart();
+        const CaretPosition clicked = txt_edit->positionAt(position);
+        const CaretPosition start = txt_edit->selStart();
         if (clicked < start || clicked > start + txt_edit->selLength())
             txt_edit->setSelStart(clicked);
         showPopup(txt_edit->viewport()->mapToGlobal(position));
@@ -113,7 +113,7 @@ void fr_edit::findReferences() {
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     // The menu that was used is this window's, and the toolkit goes on with it after the search.
     const DeletionHold hold(parentWidget() ? parentWidget() : this);
-    host_.findReferences(ascii.value_or(decoded), CaretPosition{txt_edit->caret()});
+    host_.findReferences(ascii.value_or(decoded), txt_edit->caret());
 }
 
 void fr_edit::openFindPanel() {

@@ -28,8 +28,8 @@ void fr_edit::chooseBlock() {
     if (index < 0)
         return;
     const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
-    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)).value);
-    Makekeywords(settingsStart(CaretPosition{txt_edit->selStart()}));
+    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)));
+    Makekeywords(settingsStart(txt_edit->selStart()));
     scrollCaretLineToTop();
 }
 
@@ -62,7 +62,7 @@ void fr_edit::chooseSetting() {
     if (Combo1->currentIndex() < 0)
         return;
     // A position that edits have left beyond the text's end means that end.
-    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->currentData().toLongLong()}).value);
+    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->currentData().toLongLong()}));
     scrollCaretLineToTop();
 }
 

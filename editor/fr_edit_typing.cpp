@@ -54,7 +54,7 @@ struct Overloaded : Handlers... {
 bool fr_edit::assistTyping(const QKeyEvent& event) {
     if (loading_)
         return true;
-    const TextRange selection{txt_edit->selStart(), txt_edit->selLength()};
+    const TextRange selection{txt_edit->selStart().value, txt_edit->selLength()};
     const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));
     for (const TextBoxAction& action : answer.actions)
         carryOut(action);
@@ -69,7 +69,7 @@ void fr_edit::carryOut(const TextBoxAction& action) {
         [this](const SetTextColor& set) {
             txt_edit->setTextColor({&set.range, 1}, set.colour);
         },
-        [this](const SetSelStart& set) { txt_edit->setSelStart(set.caret.value); },
+        [this](const SetSelStart& set) { txt_edit->setSelStart(set.caret); },
         [this](const SetText& set) {
             txt_edit->setSelStart(set.range.start);
             txt_edit->setSelLength(set.range.length);

@@ -19,14 +19,6 @@ constexpr std::size_t prefixSize = 3;
 constexpr unsigned codeBits = 5;
 constexpr std::size_t prefixes = std::size_t{1} << (prefixSize * codeBits);
 
-constexpr TextPosition positionOf(std::size_t offset) {
-    return {static_cast<std::ptrdiff_t>(offset) + 1};
-}
-
-constexpr std::size_t offsetOf(TextPosition position) {
-    return static_cast<std::size_t>(position.value - 1);
-}
-
 class CharacterCodes {
 public:
     CharacterCodes() {
@@ -96,7 +88,7 @@ TextPosition firstOfShortName(std::string_view text, std::string_view name, Text
     }
     const std::string_view reach = text.substr(0, std::min(text.size(), offsetOf(end) + name.size() - 1));
     const std::size_t at = FoldedSearch(name).find(reach, offsetOf(start));
-    return at == FoldedSearch::npos ? notFound : positionOf(at);
+    return positionOf(at);
 }
 
 void findAll(Wanted& wanted, const CharacterCodes& codes, std::string_view text, TextPosition start, TextPosition end) {

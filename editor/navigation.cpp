@@ -24,14 +24,6 @@ std::string_view headerKeyword(int blockKind) {
     return headerKeywords[static_cast<std::size_t>(blockKind - 1)];
 }
 
-constexpr TextPosition positionOf(std::size_t offset) {
-    return {static_cast<std::ptrdiff_t>(offset) + 1};
-}
-
-constexpr std::size_t offsetOf(TextPosition position) {
-    return static_cast<std::size_t>(position.value - 1);
-}
-
 // The line-break character before the next header of the kind; it may itself stand at `start`.
 TextPosition nextHeader(std::string_view text, int blockKind, TextPosition start) {
     const FoldedSearch keyword(headerKeyword(blockKind));
@@ -63,7 +55,7 @@ TextPosition blockEnd(std::string_view text, int blockKind, TextPosition start) 
     const TextPosition next = hasSettings ? nextHeader(text, blockKind, start) : start;
     const std::string_view upToNext = next.found() ? text.substr(0, static_cast<std::size_t>(next.value)) : text;
     const std::size_t last = FoldedSearch("end").findLast(upToNext);
-    return last == FoldedSearch::npos ? notFound : positionOf(last);
+    return positionOf(last);
 }
 
 std::vector<SettingEntry> settingsOf(std::string_view text, int blockKind, TextPosition start,

@@ -29,8 +29,8 @@ int colourIndex(Colour colour) {
 }
 
 // The control lists a colour in its source only once some character has had it.
-std::optional<std::ptrdiff_t> colourOneDelimiter(RichTextBox& box, Colour colour, std::string_view delimiter) {
-    const std::ptrdiff_t position = box.find(delimiter, 0);
+std::optional<CaretPosition> colourOneDelimiter(RichTextBox& box, Colour colour, std::string_view delimiter) {
+    const CaretPosition position = box.find(delimiter, 0);
     if (position < 0)
         return std::nullopt;
     box.setSelStart(position);
@@ -39,8 +39,8 @@ std::optional<std::ptrdiff_t> colourOneDelimiter(RichTextBox& box, Colour colour
     return position;
 }
 
-void takeColourBack(RichTextBox& box, Colour colour, std::string_view delimiter, std::ptrdiff_t start) {
-    for (std::ptrdiff_t at = box.find(delimiter, start); at >= 0; at = box.find(delimiter, at + 1)) {
+void takeColourBack(RichTextBox& box, Colour colour, std::string_view delimiter, CaretPosition start) {
+    for (CaretPosition at = box.find(delimiter, start); at >= 0; at = box.find(delimiter, at + 1)) {
         const bool wasColoured = box.selColor() == colour;
         box.setSelColor(defaultTextColour);
         if (wasColoured)
@@ -54,7 +54,7 @@ void ColorKeywords(QWidget* Form, RichTextBox& Box, Colour Color, const std::vec
     constexpr std::size_t slice = 1 << 18;
     const WindowUpdateLock lock(toLock(NoLock, Form));
     const QPointer<RichTextBox> box(&Box);
-    const std::ptrdiff_t selStart = Box.selStart();
+    const CaretPosition selStart = Box.selStart();
     const std::int32_t firstVisible = GetFirstVisibleLine(Box);
 
     const KeywordScan scan(Words);
@@ -91,7 +91,7 @@ void HighlightFromChar(QWidget* Form, RichTextBox& Box, Colour Color, char Delim
     const std::int32_t firstVisible = GetFirstVisibleLine(Box);
     const WindowUpdateLock lock(toLock(NoLock, Form));
     ReadColorTable(Box);
-    std::optional<std::ptrdiff_t> coloured;
+    std::optional<CaretPosition> coloured;
     if (colourIndex(Color) == 0) {
         coloured = colourOneDelimiter(Box, Color, delimiter);
         if (!coloured)

@@ -9,7 +9,7 @@ bool BlockSearch::search(std::string_view bytes, std::size_t offset, const OnHit
     while (at != FoldedSearch::npos) {
         const std::size_t nextBlock = at / blockSize * blockSize + blockSize;
         const bool crosses = at + length() > nextBlock;
-        if (!crosses && !onHit(TextPosition{static_cast<std::ptrdiff_t>(offset + at + 1)}))
+        if (!crosses && !onHit(positionOf(offset + at)))
             return false;
         // What begins further on in the same block crosses its end as well.
         at = what_.find(bytes, crosses ? nextBlock : at + 1);

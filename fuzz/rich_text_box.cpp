@@ -57,7 +57,7 @@ public:
     }
 
 private:
-    using Position = RichTextBox::Position;
+    using Position = std::ptrdiff_t;
 
     struct State {
         std::string text;
@@ -165,7 +165,7 @@ private:
     void find(fuzz::Bytes& input) {
         const std::string what = input.text();
         const Position start = place(input);
-        const Position found = box_.find(what, start);
+        const CaretPosition found = box_.find(what, start);
         require(found < 0 || (found >= start && box_.selLength() == static_cast<Position>(what.size())),
                 "a find selects something else");
     }

@@ -24,10 +24,6 @@ constexpr std::size_t shortestStructureName = 6;
 constexpr std::size_t shortestX = 2;
 constexpr std::size_t shortestY = 0;
 
-constexpr TextPosition positionOf(std::size_t offset) {
-    return {offset == std::string_view::npos ? 0 : static_cast<std::ptrdiff_t>(offset) + 1};
-}
-
 bool startsWord(std::string_view text, std::size_t offset) {
     return offset == 0 || std::string_view(" \t\r\n").find(text[offset - 1]) != std::string_view::npos;
 }
@@ -88,7 +84,7 @@ public:
     NextOccurrence(std::string_view text, std::string_view needle) : text_(text), needle_(needle) {}
 
     [[nodiscard]] TextPosition atOrAfter(TextPosition position) {
-        const auto from = static_cast<std::size_t>(position.value - 1);
+        const std::size_t from = offsetOf(position);
         if (!searched_ || next_ < from) {
             next_ = needle_.find(text_, from);
             searched_ = true;

@@ -37,7 +37,7 @@ std::optional<std::string> replaceLocation(std::string& text, TextPosition posit
     if (!position.found() || static_cast<std::size_t>(position.value) > text.size()) {
         return std::nullopt;
     }
-    const auto start = static_cast<std::size_t>(position.value - 1);
+    const std::size_t start = offsetOf(position);
     const std::size_t end = std::min(text.find(lineEndOf(text), start), text.size());
     std::string line = locationLine(point);
     text.replace(start, end - start, line);

@@ -27,19 +27,19 @@ bool CharacterIndex::everyCharacterIsOneByte() const {
     return length() == engine_.length();
 }
 
-BytePosition CharacterIndex::byteOf(std::ptrdiff_t character) const {
+BytePosition CharacterIndex::byteOf(CaretPosition character) const {
     const std::ptrdiff_t characters = length();
-    const std::ptrdiff_t within = std::clamp<std::ptrdiff_t>(character, 0, characters);
-    return characters == engine_.length() ? within : byteByLines(within);
+    const auto within = std::clamp<CaretPosition>(character, 0, characters);
+    return characters == engine_.length() ? within.value : byteByLines(within);
 }
 
-BytePosition CharacterIndex::byteByLines(std::ptrdiff_t character) const {
-    const std::ptrdiff_t line = engine_.ask(Sci::SCI_LINEFROMINDEXPOSITION, character, countedCharacters);
-    return engine_.ask(Sci::SCI_POSITIONRELATIVE, engine_.ask(Sci::SCI_POSITIONFROMLINE, line),
-                       character - engine_.ask(Sci::SCI_INDEXPOSITIONFROMLINE, line, countedCharacters));
+BytePosition CharacterIndex::byteByLines(CaretPosition character) const {
+    const std::ptrdiff_t line = engine_.ask(Sci::SCI_LINEFROMINDEXPOSITION, character.value, countedCharacters);
+    const CaretPosition lineStart = engine_.ask(Sci::SCI_INDEXPOSITIONFROMLINE, line, countedCharacters);
+    return engine_.ask(Sci::SCI_POSITIONRELATIVE, engine_.ask(Sci::SCI_POSITIONFROMLINE, line), character - lineStart);
 }
 
-std::ptrdiff_t CharacterIndex::characterOf(BytePosition byte) const {
+CaretPosition CharacterIndex::characterOf(BytePosition byte) const {
     if (everyCharacterIsOneByte())
         return byte;
     const std::ptrdiff_t line = engine_.ask(Sci::SCI_LINEFROMPOSITION, byte);
@@ -50,9 +50,9 @@ std::ptrdiff_t CharacterIndex::characterOf(BytePosition byte) const {
 std::vector<ByteSpan> CharacterIndex::spansOf(std::span<const TextRange> ranges) const {
     const std::ptrdiff_t characters = length();
     const bool oneByteEach = characters == engine_.length();
-    const auto byteAt = [&](std::ptrdiff_t character) {
-        const std::ptrdiff_t within = std::clamp<std::ptrdiff_t>(character, 0, characters);
-        return oneByteEach ? within : byteByLines(within);
+    const auto byteAt = [&](CaretPosition character) {
+        const auto within = std::clamp<CaretPosition>(character, 0, characters);
+        return oneByteEach ? within.value : byteByLines(within);
     };
     std::vector<ByteSpan> spans;
     spans.reserve(ranges.size());

@@ -20,8 +20,8 @@ public:
     [[nodiscard]] std::ptrdiff_t length() const;
     [[nodiscard]] bool everyCharacterIsOneByte() const;
     // A place outside the text means its nearer end.
-    [[nodiscard]] BytePosition byteOf(std::ptrdiff_t character) const;
-    [[nodiscard]] std::ptrdiff_t characterOf(BytePosition byte) const;
+    [[nodiscard]] BytePosition byteOf(CaretPosition character) const;
+    [[nodiscard]] CaretPosition characterOf(BytePosition byte) const;
     // The ranges are ordered by their start and may overlap; the spans are apart, and none is empty.
     [[nodiscard]] std::vector<ByteSpan> spansOf(std::span<const TextRange> ranges) const;
 
@@ -31,7 +31,7 @@ public:
     void settle();
 
 private:
-    [[nodiscard]] BytePosition byteByLines(std::ptrdiff_t character) const;
+    [[nodiscard]] BytePosition byteByLines(CaretPosition character) const;
 
     TextEngine engine_;
     bool stale_ = false;

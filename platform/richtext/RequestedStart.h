@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/richtext/TextEngine.h"
+#include "platform/text/units.h"
 
 #include <optional>
 
@@ -10,10 +11,10 @@ namespace blockhouse {
 
 class RequestedStart {
 public:
-    void remember(std::ptrdiff_t character, BytePosition caret) { request_ = Request{character, caret}; }
+    void remember(CaretPosition character, BytePosition caret) { request_ = Request{character, caret}; }
 
     // The character that was asked for, or nothing where that is the caret's own place.
-    [[nodiscard]] std::optional<std::ptrdiff_t> whileCaretIsAt(BytePosition caret) const {
+    [[nodiscard]] std::optional<CaretPosition> whileCaretIsAt(BytePosition caret) const {
         return request_ && request_->caret == caret ? std::optional(request_->character) : std::nullopt;
     }
 
@@ -21,7 +22,7 @@ public:
 
 private:
     struct Request {
-        std::ptrdiff_t character;
+        CaretPosition character;
         BytePosition caret;
     };
 

@@ -89,9 +89,9 @@ std::string RichTextBox::text() const {
     return textAt(0, textLength());
 }
 
-std::string RichTextBox::textAt(Position start, Position length) const {
+std::string RichTextBox::textAt(Position start, std::ptrdiff_t length) const {
     const BytePosition first = index_.byteOf(start);
-    const BytePosition last = index_.byteOf(start + std::max<Position>(length, 0));
+    const BytePosition last = index_.byteOf(start + std::max<std::ptrdiff_t>(length, 0));
     const std::string_view utf8 = engine_.text({first, last});
     return index_.everyCharacterIsOneByte() ? std::string(utf8) : codepage::fromUtf8(utf8).bytes;
 }
@@ -100,7 +100,7 @@ void RichTextBox::setText(std::string_view bytes) {
     load(bytes, {});
 }
 
-RichTextBox::Position RichTextBox::textLength() const {
+std::ptrdiff_t RichTextBox::textLength() const {
     return index_.length();
 }
 
@@ -203,17 +203,17 @@ void RichTextBox::setSelStart(Position position) {
     engine_.putCaret(byte);
 }
 
-RichTextBox::Position RichTextBox::selLength() const {
+std::ptrdiff_t RichTextBox::selLength() const {
     return index_.characterOf(engine_.selection().last) - selStart();
 }
 
-void RichTextBox::setSelLength(Position length) {
+void RichTextBox::setSelLength(std::ptrdiff_t length) {
     const std::optional<Position> requested =
         length > 0 ? requestedStart_.whileCaretIsAt(engine_.caret()) : std::nullopt;
     const Position start = requested ? *requested : selStart();
     requestedStart_.forget();
     const BytePosition first = index_.byteOf(start);
-    const BytePosition last = index_.byteOf(start + std::max<Position>(length, 0));
+    const BytePosition last = index_.byteOf(start + std::max<std::ptrdiff_t>(length, 0));
     engine_.tell(SCI_SETSELECTION, last, first);
 }
 
@@ -264,7 +264,7 @@ void RichTextBox::replaceRanges(std::span<const TextRange> ranges, std::string_v
 // --- Find -------------------------------------------------------------------------------------------------------
 
 RichTextBox::Position RichTextBox::find(std::string_view what) {
-    const Position length = selLength();
+    const std::ptrdiff_t length = selLength();
     return length > 0 ? findIn(what, selStart(), selStart() + length) : findIn(what, 0, textLength());
 }
 
@@ -282,17 +282,17 @@ RichTextBox::Position RichTextBox::findIn(std::string_view what, Position start,
             found = index_.characterOf(first + static_cast<BytePosition>(at));
     } else {
         // Letters beyond ASCII differ in length and lead bytes: they are compared in the code page, piece by piece.
-        constexpr Position piece = 1 << 16;
-        const auto overlap = static_cast<Position>(what.size());
+        constexpr std::ptrdiff_t piece = 1 << 16;
+        const auto overlap = static_cast<std::ptrdiff_t>(what.size());
         for (Position at = start; at < end && found < 0; at += piece) {
             const std::size_t hit = search.find(textAt(at, std::min(piece + overlap, end - at)));
             if (hit != FoldedSearch::npos)
-                found = at + static_cast<Position>(hit);
+                found = at + hit;
         }
     }
     if (found >= 0) {
         requestedStart_.forget();
-        engine_.tell(SCI_SETSELECTION, index_.byteOf(found + static_cast<Position>(what.size())), index_.byteOf(found));
+        engine_.tell(SCI_SETSELECTION, index_.byteOf(found + what.size()), index_.byteOf(found));
     }
     return found;
 }
@@ -300,7 +300,7 @@ RichTextBox::Position RichTextBox::findIn(std::string_view what, Position start,
 // --- Edit-control messages --------------------------------------------------------------------------------------
 
 void RichTextBox::scroll(ScrollStep step) {
-    const Position page = std::max<Position>(engine_.ask(SCI_LINESONSCREEN), 1);
+    const std::ptrdiff_t page = std::max<std::ptrdiff_t>(engine_.ask(SCI_LINESONSCREEN), 1);
     switch (step) {
     case ScrollStep::LineUp:
         return scrollLines(0, -1);
@@ -313,19 +313,19 @@ void RichTextBox::scroll(ScrollStep step) {
     }
 }
 
-void RichTextBox::scrollLines(Position characters, Position lines) {
+void RichTextBox::scrollLines(std::ptrdiff_t characters, std::ptrdiff_t lines) {
     engine_.tell(SCI_LINESCROLL, characters, lines);
 }
 
-RichTextBox::Position RichTextBox::lineCount() const {
+std::ptrdiff_t RichTextBox::lineCount() const {
     return engine_.ask(SCI_GETLINECOUNT);
 }
 
-RichTextBox::Position RichTextBox::currentLine() const {
+LineIndex RichTextBox::currentLine() const {
     return engine_.ask(SCI_LINEFROMPOSITION, engine_.selection().first);
 }
 
-RichTextBox::Position RichTextBox::firstVisibleLine() const {
+LineIndex RichTextBox::firstVisibleLine() const {
     return engine_.ask(SCI_GETFIRSTVISIBLELINE);
 }
 

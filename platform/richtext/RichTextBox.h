@@ -32,7 +32,7 @@ class RichTextBox : public QsciScintillaBase {
     Q_OBJECT
 
 public:
-    using Position = std::ptrdiff_t;
+    using Position = CaretPosition;
 
     explicit RichTextBox(QWidget* parent = nullptr);
 
@@ -40,9 +40,9 @@ public:
     [[nodiscard]] std::string text() const;
     // Everything in the default colours, caret at the start, nothing to undo.
     void setText(std::string_view bytes);
-    [[nodiscard]] Position textLength() const;
+    [[nodiscard]] std::ptrdiff_t textLength() const;
     // The characters of [start, start + length).
-    [[nodiscard]] std::string textAt(Position start, Position length) const;
+    [[nodiscard]] std::string textAt(Position start, std::ptrdiff_t length) const;
 
     [[nodiscard]] bool contains(char character) const;
 
@@ -63,8 +63,8 @@ public:
     // Empties the selection. A caret between CR and LF goes before the CR, so that typing never splits the pair;
     // a setSelLength() right after still counts from `position`.
     void setSelStart(Position position);
-    [[nodiscard]] Position selLength() const;
-    void setSelLength(Position length);
+    [[nodiscard]] std::ptrdiff_t selLength() const;
+    void setSelLength(std::ptrdiff_t length);
     // The end of the selection that moves; selStart() when nothing is selected.
     [[nodiscard]] Position caret() const;
     [[nodiscard]] std::string selText() const;
@@ -93,11 +93,11 @@ public:
     // --- Edit-control messages --------------------------------------------------------------------------------
     enum class ScrollStep { LineUp = 0, LineDown = 1, PageUp = 2, PageDown = 3 };
     void scroll(ScrollStep step);
-    void scrollLines(Position characters, Position lines);
-    [[nodiscard]] Position lineCount() const;
+    void scrollLines(std::ptrdiff_t characters, std::ptrdiff_t lines);
+    [[nodiscard]] std::ptrdiff_t lineCount() const;
     // Line of the caret, or of the selection's start.
-    [[nodiscard]] Position currentLine() const;
-    [[nodiscard]] Position firstVisibleLine() const;
+    [[nodiscard]] LineIndex currentLine() const;
+    [[nodiscard]] LineIndex firstVisibleLine() const;
 
     // --- Places on the screen ---------------------------------------------------------------------------------
     // In the viewport's coordinates, wherever the view is scrolled to.

@@ -200,11 +200,11 @@ void RichTextBox::inputMethodEvent(QInputMethodEvent* event) {
 
 QVariant RichTextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
     // Only what is near the caret: the whole text may be a hundred megabytes.
-    constexpr Position reach = 1024;
+    constexpr std::ptrdiff_t reach = 1024;
     const Position caret = this->caret();
     const Position first = std::max<Position>(caret - reach, 0);
     const auto inReach = [&](BytePosition byte) {
-        return static_cast<int>(std::clamp(index_.characterOf(byte) - first, Position{0}, 2 * reach));
+        return static_cast<int>(std::clamp<std::ptrdiff_t>(index_.characterOf(byte) - first, 0, 2 * reach));
     };
     switch (query) {
     case Qt::ImSurroundingText:

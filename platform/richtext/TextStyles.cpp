@@ -94,7 +94,8 @@ rtf::SourceWriter::NextRun TextStyles::colourRuns(bool everyCharacterIsOneByte) 
 
     return [this, everyCharacterIsOneByte, walk = Walk{}]() mutable -> rtf::ColourRun {
         if (walk.at == walk.styles.size()) {
-            const BytePosition end = std::min<BytePosition>(engine_.length(), walk.next + chunk);
+            const BytePosition end =
+                std::min<BytePosition>(engine_.length(), walk.next + static_cast<BytePosition>(chunk));
             walk.styles.resize(static_cast<std::size_t>(end - walk.next));
             read(walk.next, walk.styles);
             walk.bytes = everyCharacterIsOneByte ? std::string_view() : engine_.text({walk.next, end});

@@ -2,9 +2,81 @@
 #pragma once
 
 #include <compare>
+#include <concepts>
 #include <cstddef>
+#include <string_view>
+#include <type_traits>
 
 namespace blockhouse {
+
+template <typename Type>
+concept PlainInteger = std::integral<Type> && !std::same_as<std::remove_cv_t<Type>, bool>;
+
+template <typename Type>
+concept PlainNumber = PlainInteger<Type> || std::floating_point<Type>;
+
+// A place in a row of things of one kind: the number of those before it. A plain integer is taken for such a number,
+// and a plain integer added to a place gives a place; the difference of two places is a plain count. Places of
+// different kinds do not mix, and a place becomes an integer only where that is asked for.
+template <typename Kind>
+class CountedFromZero {
+public:
+    constexpr CountedFromZero() = default;
+
+    template <PlainInteger Integer>
+    constexpr CountedFromZero(Integer before) // NOLINT(google-explicit-constructor)
+        : value(static_cast<std::ptrdiff_t>(before)) {}
+
+    template <PlainNumber Number>
+    [[nodiscard]] constexpr explicit operator Number() const {
+        return static_cast<Number>(value);
+    }
+
+    constexpr CountedFromZero& operator++() { return ++value, *this; }
+
+    constexpr CountedFromZero& operator--() { return --value, *this; }
+
+    template <PlainInteger Integer>
+    constexpr CountedFromZero& operator+=(Integer count) {
+        return *this = *this + count;
+    }
+
+    template <PlainInteger Integer>
+    constexpr CountedFromZero& operator-=(Integer count) {
+        return *this = *this - count;
+    }
+
+    constexpr bool operator==(const CountedFromZero&) const = default;
+
+    constexpr auto operator<=>(const CountedFromZero& other) const { return value <=> other.value; }
+
+    template <PlainInteger Integer>
+    friend constexpr CountedFromZero operator+(CountedFromZero place, Integer count) {
+        return place.value + static_cast<std::ptrdiff_t>(count);
+    }
+
+    template <PlainInteger Integer>
+    friend constexpr CountedFromZero operator+(Integer count, CountedFromZero place) {
+        return place + count;
+    }
+
+    template <PlainInteger Integer>
+    friend constexpr CountedFromZero operator-(CountedFromZero place, Integer count) {
+        return place.value - static_cast<std::ptrdiff_t>(count);
+    }
+
+    friend constexpr std::ptrdiff_t operator-(CountedFromZero left, CountedFromZero right) {
+        return left.value - right.value;
+    }
+
+    template <typename Stream>
+    friend Stream& operator<<(Stream& stream, CountedFromZero place) {
+        stream << place.value;
+        return stream;
+    }
+
+    std::ptrdiff_t value = 0;
+};
 
 // Position of a character in a file's text, one character per byte, counted from 1. 0 means "nothing found".
 struct TextPosition {
@@ -17,16 +89,22 @@ struct TextPosition {
 
 inline constexpr TextPosition notFound{0};
 
-// Position of the caret in the rich-text box: the number of characters before it, so counted from 0.
-struct CaretPosition {
-    std::ptrdiff_t value = 0;
+// Offset of a character from the start of a string that holds the text, for a position that is found.
+[[nodiscard]] constexpr std::size_t offsetOf(TextPosition position) {
+    return static_cast<std::size_t>(position.value - 1);
+}
 
-    auto operator<=>(const CaretPosition&) const = default;
-};
+// notFound for the npos of a search.
+[[nodiscard]] constexpr TextPosition positionOf(std::size_t offset) {
+    return offset == std::string_view::npos ? notFound : TextPosition{static_cast<std::ptrdiff_t>(offset) + 1};
+}
+
+// Position of the caret or of a character in the rich-text box: the number of characters before it.
+using CaretPosition = CountedFromZero<struct CharacterKind>;
 
 // The caret that stands just after the character at `position`.
 [[nodiscard]] constexpr CaretPosition caretAfter(TextPosition position) {
-    return {position.value};
+    return position.value;
 }
 
 // `length` characters from `start` on, counted from 0.
@@ -37,12 +115,13 @@ struct TextRange {
     bool operator==(const TextRange&) const = default;
 };
 
-// Line of the rich-text box, counted from 0.
-struct LineIndex {
-    std::ptrdiff_t value = 0;
+// `length` characters, the first of which is the one at `position`.
+[[nodiscard]] constexpr TextRange rangeAt(TextPosition position, std::ptrdiff_t length) {
+    return {position.value - 1, length};
+}
 
-    auto operator<=>(const LineIndex&) const = default;
-};
+// Line of the rich-text box: the number of lines before it.
+using LineIndex = CountedFromZero<struct LineKind>;
 
 // Logical pixels: what the toolkit measures in. A display at 200 % draws each as 2 x 2 dots.
 struct Pixels {

@@ -173,7 +173,7 @@ TEST_F(ProgramOnAWorkspace, ClosingTheMainWindowEndsTheProgramInTheMiddleOfLoadi
     });
     EXPECT_TRUE(wasLoading);
     const RichTextBox& box = *newestEditor()->txt_edit;
-    for (const RichTextBox::Position at : {box.textLength() - 3, RichTextBox::Position(4)})
+    for (const std::ptrdiff_t at : {box.textLength() - 3, std::ptrdiff_t{4}})
         EXPECT_NE(box.backgroundAt(at), CommentHighlight) << "given up, not carried through behind the user's back";
     EXPECT_EQ(mainWindow().mdiArea()->subWindowList().size(), 1) << "the editor window was not closed first";
 }

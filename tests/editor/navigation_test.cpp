@@ -25,7 +25,7 @@ using Settings = std::vector<SettingEntry>;
 
 // 1-based position of `part` in the text from the position `from` on; the part must be there.
 TextPosition placeOf(const std::string& text, const std::string& part, std::size_t from = 1) {
-    return {static_cast<std::ptrdiff_t>(text.find(part, from - 1)) + 1};
+    return positionOf(text.find(part, from - 1));
 }
 
 // Settings of the block whose header line is the one of that name.

@@ -46,7 +46,7 @@ public:
         return *this = *this - count;
     }
 
-    bool operator==(const CountedFromZero&) const = default;
+    constexpr bool operator==(const CountedFromZero&) const = default;
     auto operator<=>(const CountedFromZero&) const = default;
 
     template <PlainInteger Integer>

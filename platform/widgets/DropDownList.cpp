@@ -1,7 +1,8 @@
 #include "platform/widgets/DropDownList.h"
 
+#include "platform/widgets/LongWork.h"
+
 #include <QListView>
-#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStylePainter>
 
@@ -64,11 +65,9 @@ void DropDownList::wheelEvent(QWheelEvent* event) {
 }
 
 void DropDownList::whileUserPicks(Pick how, const std::function<void()>& handle) {
-    const QPointer<DropDownList> self(this);
     // What is handled may lead to further events, which must not end it: the list is hidden before the pick is made.
     const std::optional<Pick> before = std::exchange(userPick_, how);
-    handle();
-    if (self)
+    if (stillOpenAfter(*this, handle))
         userPick_ = before;
 }
 

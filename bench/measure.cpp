@@ -1,6 +1,7 @@
 #include "bench/measure.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 
 #include <algorithm>
 #include <cstdio>

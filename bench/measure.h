@@ -1,7 +1,6 @@
 // What the window benchmarks share.
 #pragma once
 
-#include <QElapsedTimer>
 #include <QWidget>
 
 #include <functional>

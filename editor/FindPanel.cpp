@@ -9,8 +9,6 @@
 
 #include <QCursor>
 #include <QKeyEvent>
-#include <QMouseEvent>
-#include <QVBoxLayout>
 
 #include <algorithm>
 

@@ -2,7 +2,6 @@
 // that has run out gives zeros and empty texts.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>

@@ -1,6 +1,5 @@
 // The scan for block headers, held against its slow second version; also the keyword scan, cut into windows.
 #include "editor/keyword_scan.h"
-#include "editor/keyword_table.h"
 #include "fuzz/target.h"
 #include "tests/editor/slow_block_scan.h"
 

@@ -1,6 +1,5 @@
 // The block-wise search, held against one that reads each block alone; the bytes come in pieces of some whole blocks.
 #include "findref/BlockSearch.h"
-#include "findref/word_at_caret.h"
 #include "fuzz/target.h"
 #include "tests/findref/slow_search.h"
 

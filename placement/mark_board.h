@@ -81,8 +81,6 @@ public:
 
     [[nodiscard]] const std::vector<MarkLabel>& labels() const { return labels_; }
 
-    [[nodiscard]] std::size_t structureCount() const { return structureCount_; }
-
     [[nodiscard]] std::optional<std::size_t> selected() const { return selected_; }
 
 private:

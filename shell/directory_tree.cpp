@@ -2,7 +2,6 @@
 
 #include "platform/text/paths.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <system_error>
 

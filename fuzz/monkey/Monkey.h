@@ -4,13 +4,10 @@
 #include "fuzz/monkey/Chaos.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QWidget>
 
-#include <functional>
 #include <random>
 #include <string>
-#include <vector>
 
 class QFileDialog;
 

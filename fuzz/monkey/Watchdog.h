@@ -1,7 +1,6 @@
 // Stops the process when the thread that made it has been busy for too long without a sign of life.
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>

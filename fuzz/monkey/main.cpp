@@ -14,11 +14,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
-#include <memory>
 
 namespace {
 

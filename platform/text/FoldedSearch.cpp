@@ -3,6 +3,7 @@
 #include "platform/text/codepage.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 

@@ -1,10 +1,6 @@
 // Finds a text without regard to case in the documents' code page, at the speed of memory: neither side is copied.
 #pragma once
 
-#include "platform/text/units.h"
-
-#include <array>
-#include <string>
 #include <string_view>
 #include <vector>
 

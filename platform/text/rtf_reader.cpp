@@ -3,7 +3,6 @@
 #include "platform/text/rtf_words.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <optional>
 #include <utility>

@@ -1,5 +1,8 @@
 #include "platform/widgets/PictureBox.h"
 
+#include "platform/text/Colour.h"
+#include "platform/text/units.h"
+
 #include <QPainter>
 #include <QPaintEvent>
 

@@ -2,11 +2,7 @@
 // name at run time (properties and invokable methods), under the names given here.
 #pragma once
 
-#include "platform/text/Colour.h"
-#include "platform/text/units.h"
-
 #include <QPixmap>
-#include <QPointF>
 #include <QWidget>
 
 namespace blockhouse {

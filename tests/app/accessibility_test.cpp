@@ -11,9 +11,7 @@
 #include "tools/Fr_options.h"
 
 #include <gtest/gtest.h>
-#include <QAbstractScrollArea>
 #include <QAction>
-#include <QGroupBox>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>

@@ -12,7 +12,6 @@
 #include "tools/Fr_options.h"
 
 #include <gtest/gtest.h>
-#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>

@@ -9,7 +9,6 @@
 #include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
-#include <QComboBox>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>

@@ -5,10 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-#include <cstdlib>
-#include <optional>
-
 namespace blockhouse {
 namespace {
 

@@ -5,7 +5,6 @@
 #include <QImage>
 
 #include <limits>
-#include <memory>
 
 namespace blockhouse {
 namespace {

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>

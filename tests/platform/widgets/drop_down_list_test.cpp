@@ -5,7 +5,6 @@
 #include <QListView>
 #include <QStringListModel>
 #include <QTest>
-#include <QVBoxLayout>
 #include <QWheelEvent>
 
 #include <functional>

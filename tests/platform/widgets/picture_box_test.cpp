@@ -1,3 +1,4 @@
+#include "platform/text/Colour.h"
 #include "platform/widgets/PictureBox.h"
 
 #include <gtest/gtest.h>

@@ -77,7 +77,7 @@ int measurePasses(Program& program, const std::string& path) {
     const double before = megabytesOf("VmRSS");
     QElapsedTimer timer;
     timer.start();
-    const std::vector<BlockEntry> blocks = blockPass(bytes, 1);
+    const std::vector<BlockEntry> blocks = blockPass(bytes, HeaderKind::Object);
     ColorKeywords(box, *box, KeywordColor, KeywordList(), false);
     HighlightFromChar(box, *box, CommentHighlight, CommentDelimiter, false);
     report(static_cast<double>(timer.nsecsElapsed()) / 1e9, before);

@@ -111,7 +111,7 @@ void blockList(benchmark::State& state) {
         textOf(static_cast<std::size_t>(state.range(0)), static_cast<std::size_t>(state.range(1)));
     std::size_t listed = 0;
     for ([[maybe_unused]] auto _ : state) {
-        listed = blockPass(text, 1).size();
+        listed = blockPass(text, HeaderKind::Object).size();
         benchmark::DoNotOptimize(listed);
     }
     countBytes(state, text.size());

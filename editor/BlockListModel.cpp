@@ -21,7 +21,7 @@ QVariant BlockListModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole)
         return documentText(block.name);
     if (role == Qt::UserRole)
-        return block.itemData;
+        return static_cast<int>(block.kind);
     return {};
 }
 

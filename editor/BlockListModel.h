@@ -7,7 +7,7 @@
 
 namespace blockhouse {
 
-// Qt::UserRole holds an entry's item data.
+// Qt::UserRole holds an entry's item data, the number of its kind.
 class BlockListModel : public QAbstractListModel {
     Q_OBJECT
 

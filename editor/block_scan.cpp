@@ -14,14 +14,25 @@ struct PassRule {
     std::size_t longerThan;
 };
 
-constexpr std::array<PassRule, blockKinds> passRules{{{true, 5}, {false, 7}, {false, 5}, {false, 5}, {true, 2}}};
+constexpr PassRule passRule(HeaderKind kind) {
+    switch (kind) {
+    case HeaderKind::Object:
+        return {true, 5};
+    case HeaderKind::Weapon:
+        return {false, 7};
+    case HeaderKind::SkirmishBuildList:
+        return {true, 2};
+    case HeaderKind::SpecialPower:
+    case HeaderKind::FXList:
+        return {false, 5};
+    case HeaderKind::None:
+        break;
+    }
+    return {};
+}
 
 // How far past a position the header of the block that holds it is looked for.
 constexpr std::size_t lookAhead = 30;
-
-constexpr bool isBlockKind(int kind) {
-    return kind >= 1 && kind <= blockKinds;
-}
 
 class HeaderNames {
 public:
@@ -59,10 +70,9 @@ bool atLineStart(std::string_view text, std::size_t position) {
     return position == 0 || std::string_view(" \t\r\n").find(text[position - 1]) != std::string_view::npos;
 }
 
-std::vector<std::string_view> headerNames(std::string_view text, int pass) {
-    const auto kind = static_cast<std::size_t>(pass - 1);
-    const PassRule rule = passRules[kind];
-    const FoldedSearch keyword(headerKeywords[kind]);
+std::vector<std::string_view> headerNames(std::string_view text, HeaderKind kind) {
+    const PassRule rule = passRule(kind);
+    const FoldedSearch keyword(headerKeyword(kind)); // of None: found nowhere
     const HeaderNames names(text);
 
     std::vector<std::string_view> found;
@@ -130,17 +140,14 @@ std::vector<SortedName> sortedByLowered(const std::vector<std::string_view>& nam
 
 } // namespace
 
-std::vector<BlockEntry> blockPass(std::string_view fileText, int pass) {
+std::vector<BlockEntry> blockPass(std::string_view fileText, HeaderKind kind) {
     std::vector<BlockEntry> blocks;
-    if (!isBlockKind(pass)) {
-        return blocks;
-    }
-    const std::vector<std::string_view> names = headerNames(fileText, pass);
+    const std::vector<std::string_view> names = headerNames(fileText, kind);
     const std::string lowered = loweredTogether(names);
     blocks.reserve(names.size());
     std::optional<std::string_view> previous;
     for (const SortedName& entry : sortedByLowered(names, lowered)) {
-        blocks.push_back({std::string(entry.name), entry.lowered == previous ? 0 : pass});
+        blocks.push_back({std::string(entry.name), entry.lowered == previous ? HeaderKind::None : kind});
         previous = entry.lowered;
     }
     return blocks;
@@ -157,11 +164,11 @@ int Findin(const std::vector<BlockEntry>& blocks, std::string_view what) {
     return static_cast<int>(found - blocks.begin());
 }
 
-std::optional<std::string> blockNameBefore(std::string_view fileText, int blockKind, TextPosition startout) {
-    if (!isBlockKind(blockKind) || !startout.found()) {
+std::optional<std::string> blockNameBefore(std::string_view fileText, HeaderKind kind, TextPosition startout) {
+    if (kind == HeaderKind::None || !startout.found()) {
         return std::nullopt;
     }
-    const FoldedSearch header("\n" + std::string(enclosingKeywords[static_cast<std::size_t>(blockKind - 1)]));
+    const FoldedSearch header("\n" + std::string(enclosingKeyword(kind)));
     const std::size_t at = header.findLast(fileText.substr(0, static_cast<std::size_t>(startout.value) + lookAhead));
     if (at == FoldedSearch::npos) {
         return std::nullopt;

@@ -66,7 +66,7 @@ public:
 
     std::string Filepath;
     std::string Filetext;
-    int BlockKind = 0; // of the names in List1; 0 until one has been listed
+    HeaderKind BlockKind = HeaderKind::None; // of the names in List1; None until one has been listed
 
     QToolBar* Toolbar1;
     RichTextBox* txt_edit;

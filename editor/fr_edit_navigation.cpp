@@ -11,7 +11,7 @@ namespace blockhouse {
 
 void fr_edit::chooseBlock(int index) {
     const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
-    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.itemData, block.name)));
+    txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.kind, block.name)));
     Makekeywords(settingsStart(txt_edit->selStart()));
     scrollCaretLineToTop();
 }
@@ -20,9 +20,11 @@ void fr_edit::Makekeywords(TextPosition i) {
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     const std::string_view text = ascii.value_or(decoded);
+    const int block = List1->currentIndex();
+    const HeaderKind kind = block < 0 ? HeaderKind::None : blocks_->blocks()[static_cast<std::size_t>(block)].kind;
     std::vector<SettingEntry> settings;
     if (!text.empty())
-        settings = settingsOf(text, List1->currentData().toInt(), i, host_.jumps());
+        settings = settingsOf(text, kind, i, host_.jumps());
     Combo1->fill([&] {
         Combo1->clear();
         for (const SettingEntry& setting : settings)

@@ -18,6 +18,24 @@ namespace {
 
 constexpr std::size_t enoughBlocks = 3;
 
+// In tenths of the opening. There is none after the FX lists.
+constexpr double progressAfter(HeaderKind kind) {
+    switch (kind) {
+    case HeaderKind::Object:
+        return 6;
+    case HeaderKind::Weapon:
+        return 7;
+    case HeaderKind::SpecialPower:
+        return 8;
+    case HeaderKind::SkirmishBuildList:
+        return 9;
+    case HeaderKind::FXList:
+    case HeaderKind::None:
+        break;
+    }
+    return 0;
+}
+
 } // namespace
 
 bool fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
@@ -37,17 +55,16 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, std::ptrdiff_t 
         return Then::NextStep;
     });
     const auto blocks = std::make_shared<std::vector<BlockEntry>>();
-    for (int kind = 1; kind <= blockKinds; ++kind)
+    for (const HeaderKind kind : headerKinds)
         steps.emplace_back([this, blocks, kind] {
-            // Progress goes on after a kind whether or not it was looked for.
-            constexpr double progressAfter[blockKinds] = {6, 7, 8, 0, 9};
             if (blocks->size() < enoughBlocks) {
                 *blocks = blockPass(Filetext, kind);
                 if (!blocks->empty())
                     BlockKind = kind;
             }
-            if (progressAfter[kind - 1] > 0)
-                progress(progressAfter[kind - 1], 10);
+            // Whether or not the kind was looked for.
+            if (const double tenths = progressAfter(kind); tenths > 0)
+                progress(tenths, 10);
             return Then::NextStep;
         });
     steps.emplace_back([this, blocks, startout] {

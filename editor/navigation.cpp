@@ -1,6 +1,5 @@
 #include "editor/navigation.h"
 
-#include "editor/block_scan.h"
 #include "editor/name_search.h"
 #include "platform/text/codepage.h"
 #include "platform/text/FoldedSearch.h"
@@ -11,22 +10,15 @@ namespace blockhouse {
 
 namespace {
 
-// The settings list of a skirmish build list, the last kind, stays empty.
-constexpr int lastKindWithSettings = 4;
-
 constexpr std::string_view lineBreaks = "\r\n";
 
 bool isLineBreak(char c) {
     return lineBreaks.find(c) != std::string_view::npos;
 }
 
-std::string_view headerKeyword(int blockKind) {
-    return headerKeywords[static_cast<std::size_t>(blockKind - 1)];
-}
-
 // The line-break character before the next header of the kind; it may itself stand at `start`.
-TextPosition nextHeader(std::string_view text, int blockKind, TextPosition start) {
-    const FoldedSearch keyword(headerKeyword(blockKind));
+TextPosition nextHeader(std::string_view text, HeaderKind kind, TextPosition start) {
+    const FoldedSearch keyword(headerKeyword(kind));
     std::size_t at = keyword.find(text, offsetOf(start) + 1);
     while (at != FoldedSearch::npos && !isLineBreak(text[at - 1])) {
         at = keyword.find(text, at + 1);
@@ -36,11 +28,11 @@ TextPosition nextHeader(std::string_view text, int blockKind, TextPosition start
 
 } // namespace
 
-TextPosition headerPosition(std::string_view fileText, int blockKind, std::string_view name) {
-    if (blockKind < 1 || blockKind > blockKinds) {
+TextPosition headerPosition(std::string_view fileText, HeaderKind kind, std::string_view name) {
+    if (kind == HeaderKind::None) {
         return notFound;
     }
-    const FoldedSearch header(std::string(headerKeyword(blockKind)).append(name));
+    const FoldedSearch header(std::string(headerKeyword(kind)).append(name));
     for (std::size_t at = header.find(fileText, 1); at != FoldedSearch::npos; at = header.find(fileText, at + 1)) {
         const std::size_t after = at + header.needleSize();
         if (after < fileText.size() && isLineBreak(fileText[after]) && isLineBreak(fileText[at - 1])) {
@@ -50,17 +42,17 @@ TextPosition headerPosition(std::string_view fileText, int blockKind, std::strin
     return notFound;
 }
 
-TextPosition blockEnd(std::string_view text, int blockKind, TextPosition start) {
-    const bool hasSettings = blockKind >= 1 && blockKind <= lastKindWithSettings;
-    const TextPosition next = hasSettings ? nextHeader(text, blockKind, start) : start;
+TextPosition blockEnd(std::string_view text, HeaderKind kind, TextPosition start) {
+    const bool hasSettings = kind != HeaderKind::None && kind != HeaderKind::SkirmishBuildList;
+    const TextPosition next = hasSettings ? nextHeader(text, kind, start) : start;
     const std::string_view upToNext = next.found() ? text.substr(0, static_cast<std::size_t>(next.value)) : text;
     return positionOf(FoldedSearch("end").findLast(upToNext));
 }
 
-std::vector<SettingEntry> settingsOf(std::string_view text, int blockKind, TextPosition start,
+std::vector<SettingEntry> settingsOf(std::string_view text, HeaderKind kind, TextPosition start,
                                      std::span<const std::string> jumps) {
     std::vector<SettingEntry> settings;
-    const std::vector<TextPosition> found = firstOccurrences(text, jumps, start, blockEnd(text, blockKind, start));
+    const std::vector<TextPosition> found = firstOccurrences(text, jumps, start, blockEnd(text, kind, start));
     std::unordered_set<std::string> listed;
     for (std::size_t i = 0; i < jumps.size(); ++i) {
         if (found[i].found()) {

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto startout = input.below(2000);
     const std::size_t cut = input.below(2000);
     const std::string text = input.rest();
-    for (int kind = 1; kind <= blockKinds; ++kind) {
+    for (const HeaderKind kind : headerKinds) {
         const Entries blocks = blockPass(text, kind);
         require(blocks == listedOneByOne(text, kind), "the block list differs");
         if (!blocks.empty()) {

@@ -1,5 +1,4 @@
 // Jumping to headers and settings, held against the slow second version; also what a save writes.
-#include "editor/block_scan.h"
 #include "editor/save_cut.h"
 #include "fuzz/target.h"
 #include "tests/editor/slow_navigation.h"
@@ -9,7 +8,7 @@ using fuzz::require;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Bytes input(data, size);
-    const int kind = 1 + static_cast<int>(input.below(blockKinds));
+    const HeaderKind kind = headerKinds[input.below(headerKinds.size())];
     const std::size_t z = 1 + input.below(4000);
     const std::string name = input.text();
     std::vector<std::string> jumps;

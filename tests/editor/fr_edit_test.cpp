@@ -159,7 +159,7 @@ TEST_F(FrEdit, ListsTheBlocksAndSelectsOne) {
         newEditor();
         open(text, startout);
         EXPECT_EQ(blockList(), list) << text << " at " << startout;
-        EXPECT_EQ(editor_->BlockKind, kind) << text;
+        EXPECT_EQ(static_cast<int>(editor_->BlockKind), kind) << text;
         EXPECT_EQ(editor_->List1->isEnabled(), editor_->List1->count() > 0);
         EXPECT_EQ(editor_->txt_edit->text(), text);
         EXPECT_EQ(editor_->txt_edit->selStart(), 0);

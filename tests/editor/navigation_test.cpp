@@ -1,4 +1,3 @@
-#include "editor/block_scan.h"
 #include "editor/navigation.h"
 #include "platform/text/EntryList.h"
 #include "tests/editor/random_text.h"
@@ -20,6 +19,7 @@ void PrintTo(const SettingEntry& entry, std::ostream* out) {
 
 namespace {
 
+using enum HeaderKind;
 using Settings = std::vector<SettingEntry>;
 
 // 1-based position of `part` in the text from the position `from` on; the part must be there.
@@ -28,7 +28,7 @@ TextPosition placeOf(const std::string& text, const std::string& part, std::size
 }
 
 // Settings of the block whose header line is the one of that name.
-Settings settingsOfNamed(const std::string& text, int kind, const std::string& name,
+Settings settingsOfNamed(const std::string& text, HeaderKind kind, const std::string& name,
                          const std::vector<std::string>& jumps) {
     return settingsOf(text, kind, settingsStart(caretAfter(headerPosition(text, kind, name))), jumps);
 }
@@ -43,28 +43,27 @@ std::string withLineEnd(std::string text, const std::string& lineEnd) {
 TEST(Navigation, FindsTheHeaderLine) {
     const struct {
         std::string text;
-        int kind;
+        HeaderKind kind;
         std::string name;
         std::ptrdiff_t expected;
     } cases[] = {
-        {"; x\r\nObject Tanker\r\nEnd", 1, "tanker", 5},
-        {"; x\rOBJECT tanker\rEnd", 1, "Tanker", 4},
-        {"; x\nobject Tanker\nEnd", 1, "TANKER", 4},
-        {"\nObject Tanker\nEnd", 1, "Tanker", 1},
-        {"Object Tanker\r\nEnd", 1, "Tanker", 0}, // on the first line
-        {"\nObject Tanker", 1, "Tanker", 0},      // the text ends after it
-        {"\n Object Tanker\n;Object Tanker\nObject  Tanker\n", 1, "Tanker", 0},
-        {"\nObject Tankers\nObject Tanker ;\nObject Tanker\n", 1, "Tanker", 32},
-        {"\nObject Tanker\nObject Tanker\n", 1, "Tanker", 1},
-        {"\nWeapon Gunner\n", 2, "Gunner", 1},
-        {"\nSpecialPower Strike\n", 3, "strike", 1},
-        {"\nFXList Sparks\n", 4, "sparks", 1},
-        {"\nSkirmishBuildList Side\n", 5, "side", 1},
-        {"\nWeapon Gunner\n", 1, "Gunner", 0},
-        {"\nObject Tanker\n", 0, "Tanker", 0},
-        {"\nObject Tanker\n", 6, "Tanker", 0},
-        {"\nObject \xC9toile\n", 1, "\xE9TOILE", 1},
-        {"", 1, "Tanker", 0},
+        {"; x\r\nObject Tanker\r\nEnd", Object, "tanker", 5},
+        {"; x\rOBJECT tanker\rEnd", Object, "Tanker", 4},
+        {"; x\nobject Tanker\nEnd", Object, "TANKER", 4},
+        {"\nObject Tanker\nEnd", Object, "Tanker", 1},
+        {"Object Tanker\r\nEnd", Object, "Tanker", 0}, // on the first line
+        {"\nObject Tanker", Object, "Tanker", 0},      // the text ends after it
+        {"\n Object Tanker\n;Object Tanker\nObject  Tanker\n", Object, "Tanker", 0},
+        {"\nObject Tankers\nObject Tanker ;\nObject Tanker\n", Object, "Tanker", 32},
+        {"\nObject Tanker\nObject Tanker\n", Object, "Tanker", 1},
+        {"\nWeapon Gunner\n", Weapon, "Gunner", 1},
+        {"\nSpecialPower Strike\n", SpecialPower, "strike", 1},
+        {"\nFXList Sparks\n", FXList, "sparks", 1},
+        {"\nSkirmishBuildList Side\n", SkirmishBuildList, "side", 1},
+        {"\nWeapon Gunner\n", Object, "Gunner", 0},
+        {"\nObject Tanker\n", None, "Tanker", 0},
+        {"\nObject \xC9toile\n", Object, "\xE9TOILE", 1},
+        {"", Object, "Tanker", 0},
     };
 
     for (const auto& [text, kind, name, expected] : cases) {
@@ -82,15 +81,15 @@ TEST(Navigation, ListsTheSettingsOfTheChosenBlock) {
         const auto armor = [&](const char* block) { return placeOf(text, "Armor", text.find(block)); };
         const auto speed = [&](const char* block) { return placeOf(text, "Speed", text.find(block)); };
         const std::vector<std::string> jumps = {"Armor", "speed"};
-        EXPECT_EQ(settingsOfNamed(text, 1, "Tanker", jumps),
+        EXPECT_EQ(settingsOfNamed(text, Object, "Tanker", jumps),
                   (Settings{{"Armor", armor("Tanker")}, {"speed", speed("Tanker")}}));
-        EXPECT_EQ(settingsOfNamed(text, 1, "Bomber", jumps), (Settings{{"speed", speed("Bomber")}}));
+        EXPECT_EQ(settingsOfNamed(text, Object, "Bomber", jumps), (Settings{{"speed", speed("Bomber")}}));
         // The last of its kind: as far as the last "end".
-        EXPECT_EQ(settingsOfNamed(text, 1, "Copter", jumps),
+        EXPECT_EQ(settingsOfNamed(text, Object, "Copter", jumps),
                   (Settings{{"Armor", armor("Copter")}, {"speed", speed("Copter")}}));
         // A block on the first line is not found; what is listed begins near the text's start, and so inside it.
         const std::string headless = text.substr(text.find("Object"));
-        EXPECT_EQ(settingsOfNamed(headless, 1, "Tanker", jumps),
+        EXPECT_EQ(settingsOfNamed(headless, Object, "Tanker", jumps),
                   (Settings{{"Armor", placeOf(headless, "Armor")}, {"speed", placeOf(headless, "Speed")}}));
     }
 }
@@ -102,41 +101,42 @@ TEST(Navigation, SettingsOfUnusualBlocks) {
 
     const struct {
         std::string text;
-        int kind;
+        HeaderKind kind;
         std::vector<std::string> jumps;
         Settings expected;
     } cases[] = {
         {mixed,
-         1,
+         Object,
          {"range", "gunner", "bomber"},
          {{"range", placeOf(mixed, "Range")}, {"gunner", placeOf(mixed, "Gunner")}}},
         {mixed,
-         1,
+         Object,
          {"Range", "x", "RANGE", "x", "range"},
          {{"Range", placeOf(mixed, "Range")}, {"RANGE", {}}, {"range", {}}}},
-        {mixed, 1, {"", "Range", ""}, {{"", start}, {"Range", placeOf(mixed, "Range")}, {"", {}}}},
-        {mixed, 5, {"", "range"}, {}},
-        {mixed, 0, {"", "range"}, {}},
-        {"\nObject Tanker\n Range = 1\n", 1, {"", "Range"}, {}}, // no "end" at all
-        {"\nObject End\n", 1, {"", "End"}, {{"", start}}},       // before the "end", not at it
-        {"\nObjecEnd\n", 1, {"", "End"}, {}},                    // the "end" stands at the start
-        {"\nObject\n Mended", 1, {"mended"}, {{"mended", {10}}}},
-        {"\nObject\nObject A\nend", 1, {"", "Object"}, {}}, // the next header begins at the start itself
-        {"\nObje\r\nObject A\nend", 1, {"", "Object"}, {}}, // its line-break character is the start
-        {"\nObj\r\nObject A\nend", 1, {"", "Object"}, {{"", start}, {"Object", {7}}}}, // begun one before
-        {"", 1, {"", "range"}, {}},
-        {"end", 1, {"", "end"}, {}},
+        {mixed, Object, {"", "Range", ""}, {{"", start}, {"Range", placeOf(mixed, "Range")}, {"", {}}}},
+        {mixed, SkirmishBuildList, {"", "range"}, {}},
+        {mixed, None, {"", "range"}, {}},
+        {"\nObject Tanker\n Range = 1\n", Object, {"", "Range"}, {}}, // no "end" at all
+        {"\nObject End\n", Object, {"", "End"}, {{"", start}}},       // before the "end", not at it
+        {"\nObjecEnd\n", Object, {"", "End"}, {}},                    // the "end" stands at the start
+        {"\nObject\n Mended", Object, {"mended"}, {{"mended", {10}}}},
+        {"\nObject\nObject A\nend", Object, {"", "Object"}, {}}, // the next header begins at the start itself
+        {"\nObje\r\nObject A\nend", Object, {"", "Object"}, {}}, // its line-break character is the start
+        {"\nObj\r\nObject A\nend", Object, {"", "Object"}, {{"", start}, {"Object", {7}}}}, // begun one before
+        {"", Object, {"", "range"}, {}},
+        {"end", Object, {"", "end"}, {}},
     };
 
     for (const auto& [text, kind, jumps, expected] : cases) {
-        EXPECT_EQ(settingsOf(text, kind, start, jumps), expected) << testing::PrintToString(text) << kind;
+        EXPECT_EQ(settingsOf(text, kind, start, jumps), expected)
+            << testing::PrintToString(text) << static_cast<int>(kind);
     }
 }
 
 TEST(Navigation, TakesTheJumpListAsItIs) {
     EntryList jumps;
     jumps.add("Range");
-    EXPECT_EQ(settingsOf("Weapon G\nRange\nEnd", 2, {1}, jumps), (Settings{{"Range", {10}}}));
+    EXPECT_EQ(settingsOf("Weapon G\nRange\nEnd", Weapon, {1}, jumps), (Settings{{"Range", {10}}}));
 }
 
 TEST(Navigation, AgreesWithTheLoweredCopy) {
@@ -170,10 +170,11 @@ TEST(Navigation, AgreesWithTheLoweredCopy) {
     int listed = 0;
     for (int round = 0; round < 10000; ++round) {
         const std::string text = randomText(random, fragments, 40);
-        const int kind = 1 + static_cast<int>(randomBelow(random, blockKinds));
+        const HeaderKind kind = headerKinds[randomBelow(random, headerKinds.size())];
         const std::string name = names[randomBelow(random, names.size())];
         const TextPosition header = headerPosition(text, kind, name);
-        ASSERT_EQ(header.value, loweredHeader(text, kind, name)) << testing::PrintToString(text) << kind << name;
+        ASSERT_EQ(header.value, loweredHeader(text, kind, name))
+            << testing::PrintToString(text) << static_cast<int>(kind) << name;
         found += header.found() ? 1 : 0;
 
         std::vector<std::string> jumps;
@@ -183,7 +184,7 @@ TEST(Navigation, AgreesWithTheLoweredCopy) {
         const std::size_t z = 1 + randomBelow(random, text.size() + 8);
         const Settings settings = settingsOf(text, kind, TextPosition{static_cast<std::ptrdiff_t>(z)}, jumps);
         ASSERT_EQ(settings, loweredSettings(text, kind, z, jumps))
-            << testing::PrintToString(text) << kind << " at " << z;
+            << testing::PrintToString(text) << static_cast<int>(kind) << " at " << z;
         listed += settings.empty() ? 0 : 1;
     }
     EXPECT_GT(found, 100);

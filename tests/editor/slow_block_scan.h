@@ -5,6 +5,7 @@
 #include "platform/text/codepage.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,26 +32,27 @@ inline int firstEqual(const Entries& entries, const std::string& what) {
 }
 
 // A sorted list box that is given one name after the other.
-inline void addSorted(Entries& entries, const std::string& name, int itemData) {
+inline void addSorted(Entries& entries, const std::string& name, HeaderKind kind) {
     const auto place = std::find_if(entries.begin(), entries.end(), [&](const BlockEntry& entry) {
         return codepage::lowered(entry.name) > codepage::lowered(name);
     });
-    entries.insert(place, {name, 0});
-    entries[static_cast<std::size_t>(firstEqual(entries, name))].itemData = itemData;
+    entries.insert(place, {name, HeaderKind::None});
+    entries[static_cast<std::size_t>(firstEqual(entries, name))].kind = kind;
 }
 
-inline Entries listedOneByOne(const std::string& text, int pass) {
-    const struct {
+inline Entries listedOneByOne(const std::string& text, HeaderKind kind) {
+    struct Rule {
         std::string keyword;
         bool lineStart;
         std::size_t longerThan;
-    } rules[] = {{"object ", true, 5},
-                 {"weapon ", false, 7},
-                 {"specialpower ", false, 5},
-                 {"fxlist ", false, 5},
-                 {"skirmishbuildlist ", true, 2}};
+    };
 
-    const auto& rule = rules[pass - 1];
+    static const std::map<HeaderKind, Rule> rules = {{HeaderKind::Object, {"object ", true, 5}},
+                                                     {HeaderKind::Weapon, {"weapon ", false, 7}},
+                                                     {HeaderKind::SpecialPower, {"specialpower ", false, 5}},
+                                                     {HeaderKind::FXList, {"fxlist ", false, 5}},
+                                                     {HeaderKind::SkirmishBuildList, {"skirmishbuildlist ", true, 2}}};
+    const Rule& rule = rules.at(kind);
     const std::string lower = codepage::lowered(text);
     Entries entries;
     for (std::size_t at = lower.find(rule.keyword); at != std::string::npos; at = lower.find(rule.keyword, at + 1)) {
@@ -59,15 +61,20 @@ inline Entries listedOneByOne(const std::string& text, int pass) {
         const bool placed =
             !rule.lineStart || at == 0 || std::string(" \r\t\n").find(text[at - 1]) != std::string::npos;
         if (placed && name.find_first_of("= ") == std::string::npos && name.size() > rule.longerThan) {
-            addSorted(entries, name, pass);
+            addSorted(entries, name, kind);
         }
     }
     return entries;
 }
 
-inline std::optional<std::string> nameLookedUpBackwards(const std::string& text, int kind, std::size_t startout) {
-    const std::string keywords[] = {"\nobject ", "\nweapon ", "\nsuperweapon ", "\nfxlist ", "\nskirmishbuildlist "};
-    const std::string& keyword = keywords[kind - 1];
+inline std::optional<std::string> nameLookedUpBackwards(const std::string& text, HeaderKind kind,
+                                                        std::size_t startout) {
+    static const std::map<HeaderKind, std::string> keywords = {{HeaderKind::Object, "\nobject "},
+                                                               {HeaderKind::Weapon, "\nweapon "},
+                                                               {HeaderKind::SpecialPower, "\nsuperweapon "},
+                                                               {HeaderKind::FXList, "\nfxlist "},
+                                                               {HeaderKind::SkirmishBuildList, "\nskirmishbuildlist "}};
+    const std::string& keyword = keywords.at(kind);
     const std::size_t at = codepage::lowered(text.substr(0, startout + 30)).rfind(keyword);
     if (at == std::string::npos) {
         return std::nullopt;

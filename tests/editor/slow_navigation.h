@@ -5,34 +5,39 @@
 #include "platform/text/codepage.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <vector>
 
 namespace blockhouse {
 
-inline const std::string slowKeywords[] = {"object ", "weapon ", "specialpower ", "fxlist ", "skirmishbuildlist "};
+inline const std::map<HeaderKind, std::string> slowKeywords = {{HeaderKind::Object, "object "},
+                                                               {HeaderKind::Weapon, "weapon "},
+                                                               {HeaderKind::SpecialPower, "specialpower "},
+                                                               {HeaderKind::FXList, "fxlist "},
+                                                               {HeaderKind::SkirmishBuildList, "skirmishbuildlist "}};
 
-inline std::ptrdiff_t loweredHeader(const std::string& text, int kind, const std::string& name) {
+inline std::ptrdiff_t loweredHeader(const std::string& text, HeaderKind kind, const std::string& name) {
     const std::string lowered = codepage::lowered(text);
     std::ptrdiff_t best = 0;
     for (const char* pair : {"\r\r", "\r\n", "\n\r", "\n\n"}) {
-        const std::string line = pair[0] + slowKeywords[kind - 1] + codepage::lowered(name) + pair[1];
+        const std::string line = pair[0] + slowKeywords.at(kind) + codepage::lowered(name) + pair[1];
         const auto at = static_cast<std::ptrdiff_t>(lowered.find(line)) + 1;
         best = at > 0 && (best == 0 || at < best) ? at : best;
     }
     return best;
 }
 
-inline std::vector<SettingEntry> loweredSettings(const std::string& text, int kind, std::size_t z,
+inline std::vector<SettingEntry> loweredSettings(const std::string& text, HeaderKind kind, std::size_t z,
                                                  const std::vector<std::string>& jumps) {
     std::vector<SettingEntry> settings;
     const std::string lowered = codepage::lowered(text);
     std::size_t i = z;
-    if (kind < 5) {
+    if (kind != HeaderKind::SkirmishBuildList) {
         i = text.size();
         for (const char* lineBreak : {"\r", "\n"}) {
             const std::size_t next =
-                z - 1 > text.size() ? std::string::npos : lowered.find(lineBreak + slowKeywords[kind - 1], z - 1);
+                z - 1 > text.size() ? std::string::npos : lowered.find(lineBreak + slowKeywords.at(kind), z - 1);
             i = std::min(i, next == std::string::npos ? i : next + 1);
         }
     }

@@ -57,7 +57,7 @@ void Program::connectMainWindow() {
     connect(window, &Fr_main::closed, this, [] { QCoreApplication::exit(); });
 }
 
-fr_edit* Program::openEditor(const std::string& path, std::ptrdiff_t Startout) {
+fr_edit* Program::openEditor(const std::string& path, TextPosition Startout) {
     auto* editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
     const QMdiSubWindow* before = fr_main().front().frame();
@@ -90,7 +90,7 @@ QRect Program::roomForEditor(const QRect& area) const {
 }
 
 void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
-    if (fr_edit* editor = openEditor(path, position.value))
+    if (fr_edit* editor = openEditor(path, position))
         editor->showFound(rangeAt(position, static_cast<std::ptrdiff_t>(length)));
 }
 

@@ -44,9 +44,9 @@ public:
     [[nodiscard]] Form1& form1();
     [[nodiscard]] Form2& form2();
 
-    // Opens a new editor window on the file. Startout is the 1-based position of a place in it, 0 for none. Serves
-    // events. Null when the window has been closed meanwhile.
-    fr_edit* openEditor(const std::string& path, std::ptrdiff_t Startout = 0);
+    // Opens a new editor window on the file. Startout is the position of a place in it. Serves events. Null when the
+    // window has been closed meanwhile.
+    fr_edit* openEditor(const std::string& path, TextPosition Startout = notFound);
 
     // The directories the user works in.
     EntryList Dirs;

@@ -35,10 +35,10 @@ public:
     ~fr_edit() override;
 
     // Loads the file, fills the block list, colours the text; called once, on a new window that has been added to the
-    // main window's area. Startout is the 1-based position of a place in the file whose block is wanted, 0 for none.
+    // main window's area. Startout is the position of a place in the file whose block is wanted.
     // Serves events. False when the window has been closed: by the user meanwhile, or because the file could not be
     // read (the user has been told then). Until it returns nothing can be typed, pasted, cut or saved.
-    bool Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
+    bool Openfile(const std::string& Txt_path, TextPosition Startout = notFound);
 
     // Colours the block keywords and comments of the whole text. Serves events.
     void FormatBox();
@@ -93,7 +93,7 @@ private:
     void layOut();
     [[nodiscard]] QSize outerSize() const;
 
-    [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, std::ptrdiff_t startout);
+    [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, TextPosition startout);
     enum class TextToFormat { InTheBox, OfTheFile };
     [[nodiscard]] LongWork::Steps stepsOfFormatting(TextToFormat text);
     // Serves events.
@@ -101,8 +101,8 @@ private:
     [[nodiscard]] LongWork::Then readFile(const std::string& path);
     void announce(const std::string& path);
     void refuse(const FileError& error);
-    void listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout);
-    [[nodiscard]] int blockToSelect(std::ptrdiff_t startout) const;
+    void listBlocks(std::vector<BlockEntry> blocks, TextPosition startout);
+    [[nodiscard]] int blockToSelect(TextPosition startout) const;
 
     void showPopup(QPoint globalPosition);
     void toggleExplorer();

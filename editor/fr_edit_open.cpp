@@ -38,11 +38,11 @@ constexpr double progressAfter(HeaderKind kind) {
 
 } // namespace
 
-bool fr_edit::Openfile(const std::string& Txt_path, std::ptrdiff_t Startout) {
+bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     return work_.run(stepsOfOpening(Txt_path, Startout), LongWork::Pointer::Hourglass) == LongWork::Outcome::Finished;
 }
 
-LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, std::ptrdiff_t startout) {
+LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition startout) {
     using Then = LongWork::Then;
     LongWork::Steps steps;
     steps.emplace_back([this] {
@@ -112,7 +112,7 @@ void fr_edit::refuse(const FileError& error) {
     tellFileError(mainWindow == this ? nullptr : mainWindow, tr("could not be opened."), error);
 }
 
-void fr_edit::listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout) {
+void fr_edit::listBlocks(std::vector<BlockEntry> blocks, TextPosition startout) {
     if (blocks.size() < enoughBlocks)
         blocks.clear();
     List1->setEnabled(!blocks.empty());
@@ -120,12 +120,11 @@ void fr_edit::listBlocks(std::vector<BlockEntry> blocks, std::ptrdiff_t startout
     List1->setCurrentIndex(blockToSelect(startout));
 }
 
-int fr_edit::blockToSelect(std::ptrdiff_t startout) const {
+int fr_edit::blockToSelect(TextPosition startout) const {
     constexpr int second = 1;
     if (blocks_->blocks().empty())
         return -1;
-    const auto name =
-        startout >= 1 ? blockNameBefore(Filetext, BlockKind, TextPosition{startout}) : std::optional<std::string>();
+    const auto name = blockNameBefore(Filetext, BlockKind, startout);
     const int found = name ? Findin(*name) : -1;
     return found >= 0 ? found : second;
 }

@@ -9,7 +9,6 @@ namespace blockhouse {
 namespace {
 
 constexpr const char* searchedFiles = "*ini.*";
-constexpr ReferenceSearch::Step ended{ReferenceSearch::Step::Ended};
 
 } // namespace
 
@@ -23,9 +22,9 @@ ReferenceSearch::Step ReferenceSearch::next(std::string_view what) {
     case State::BetweenFiles:
         return nextFile();
     case State::DirectoryReached:
-        return listDirectory() ? nextFile() : ended;
+        return listDirectory() ? nextFile() : Ended{};
     case State::FileReached:
-        return openFile() ? nextPiece(what) : ended;
+        return openFile() ? nextPiece(what) : Ended{};
     case State::InFile:
         break;
     }
@@ -36,14 +35,14 @@ ReferenceSearch::Step ReferenceSearch::nextFile() {
     if (file_ == files_.size())
         return nextDirectory();
     state_ = State::FileReached;
-    return {Step::FileReached, static_cast<int>(file_++), static_cast<int>(files_.size()) - 1};
+    return FileReached{static_cast<int>(file_++), static_cast<int>(files_.size()) - 1};
 }
 
 ReferenceSearch::Step ReferenceSearch::nextDirectory() {
     if (directory_ == directories_)
-        return ended;
+        return Ended{};
     state_ = State::DirectoryReached;
-    return {Step::DirectoryReached, ++directory_};
+    return DirectoryReached{++directory_};
 }
 
 bool ReferenceSearch::listDirectory() {
@@ -77,17 +76,17 @@ ReferenceSearch::Step ReferenceSearch::nextPiece(std::string_view what) {
     }
     const Result<std::size_t> read = reader_->read(piece_);
     if (!read)
-        return ended;
+        return Ended{};
     const std::string_view bytes(piece_.data(), read.value());
     const auto add = [this](TextPosition position) { return hits_.add(position, search_.length()); };
     if (!search_.search(bytes, offset_, add))
-        return ended;
+        return Ended{};
     offset_ += bytes.size();
     if (bytes.size() < piece_.size()) {
         reader_.reset();
         state_ = State::BetweenFiles;
     }
-    return {Step::Searched};
+    return Searched{};
 }
 
 } // namespace blockhouse

@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace blockhouse {
@@ -21,18 +22,23 @@ public:
     // number of entries it has now and the entry that stands at a place when the search gets there.
     ReferenceSearch(const EntryList& Dirs, HitList& hits);
 
-    struct Step {
-        enum Kind {
-            DirectoryReached, // the index-th entry of the list, counted from 1; nothing of it has been touched yet
-            FileReached,      // the index-th of the directory's files, counted from 0; not opened yet
-            Searched,         // a piece of a file: there may be new hits
-            Ended,
-        };
-
-        Kind kind;
-        int index = 0;
-        int last = 0; // FileReached: the index of the directory's last file
+    // Nothing of the directory has been touched yet.
+    struct DirectoryReached {
+        int number; // of the list's entry, counted from 1
     };
+
+    // The file has not been opened yet.
+    struct FileReached {
+        int index; // among the directory's files, counted from 0
+        int last;  // the index of the last of them
+    };
+
+    // A piece of a file: there may be new hits.
+    struct Searched {};
+
+    struct Ended {};
+
+    using Step = std::variant<DirectoryReached, FileReached, Searched, Ended>;
 
     // `what` is the text to look for from here on, in the documents' code page; empty, it is found nowhere. Not to be
     // called after Ended.

@@ -112,19 +112,18 @@ void fr_findref::search() {
 }
 
 bool fr_findref::searchOn(ReferenceSearch& search) {
-    using Step = ReferenceSearch::Step;
     constexpr qint64 interval =
         30; // milliseconds: laying out a long list anew for each hit would take most of the time
-    const Step step = search.next(encoded(Text1->text()));
+    const ReferenceSearch::Step step = search.next(encoded(Text1->text()));
     if (model_->rowCount() == 0 || !sinceHits_.isValid() || sinceHits_.elapsed() >= interval)
         showHits();
-    if (step.kind == Step::DirectoryReached) {
-        Label1->setText(tr("%1 out of %2").arg(step.index).arg(Dirs_.count()));
+    if (const auto* directory = std::get_if<ReferenceSearch::DirectoryReached>(&step)) {
+        Label1->setText(tr("%1 out of %2").arg(directory->number).arg(Dirs_.count()));
         Label1->adjustSize();
     }
-    if (step.kind == Step::FileReached)
-        showProgress(step.index, step.last);
-    return step.kind != Step::Ended;
+    if (const auto* file = std::get_if<ReferenceSearch::FileReached>(&step))
+        showProgress(file->index, file->last);
+    return !std::holds_alternative<ReferenceSearch::Ended>(step);
 }
 
 // New rows are laid out at once: a list that is painted in between would be blank.

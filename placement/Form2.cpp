@@ -28,7 +28,7 @@ QStringList namesOf(const std::vector<Entry>& entries) {
 
 } // namespace
 
-void Form2::Openfile(const std::string& Txt_path, std::ptrdiff_t) {
+void Form2::Openfile(const std::string& Txt_path, TextPosition) {
     bringUp(this);
     Result<std::string> file = readWholeFile(Txt_path, largestDocument);
     if (!file)

@@ -31,7 +31,7 @@ public:
 
     // Shows the window, loads the file and lists its sides; what was shown before goes, unsaved changes with it. A
     // file that cannot be read changes nothing, and the user is told. Startout is not used.
-    void Openfile(const std::string& Txt_path, std::ptrdiff_t Startout = 0);
+    void Openfile(const std::string& Txt_path, TextPosition Startout = notFound);
 
     // Lists the structures whose keywords start in the range, and puts their marks on the canvas.
     void loadcombo2(TextPosition startSearch, TextPosition endSearch);

@@ -68,7 +68,7 @@ protected:
     }
 
     void open(std::string_view bytes, std::ptrdiff_t startout = 0) {
-        editor_->Openfile(temp_.file("tank.ini", bytes), startout);
+        editor_->Openfile(temp_.file("tank.ini", bytes), TextPosition{startout});
     }
 
     void deleteWhatWasClosed() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }

@@ -18,8 +18,12 @@ std::string listed(const HitList& hits) {
 
 using Step = ReferenceSearch::Step;
 
+bool isEnd(const Step& step) {
+    return std::holds_alternative<ReferenceSearch::Ended>(step);
+}
+
 void runToTheEnd(ReferenceSearch& search, std::string_view what) {
-    while (search.next(what).kind != Step::Ended)
+    while (!isEnd(search.next(what)))
         continue;
 }
 
@@ -125,12 +129,15 @@ TEST_F(ReferenceSearchTest, TellsWhereItIs) {
     Dirs_.add(temp_.path("full"));
     ReferenceSearch search(Dirs_, hits_);
     std::string steps;
-    for (Step step = search.next("x"); step.kind != Step::Ended; step = search.next("x")) {
-        steps += "dfs"[step.kind];
-        if (step.kind != Step::Searched)
-            steps += std::to_string(step.index) + "/" + std::to_string(step.last) + " ";
+    for (Step step = search.next("x"); !isEnd(step); step = search.next("x")) {
+        if (const auto* directory = std::get_if<ReferenceSearch::DirectoryReached>(&step))
+            steps += "d" + std::to_string(directory->number) + " ";
+        else if (const auto* file = std::get_if<ReferenceSearch::FileReached>(&step))
+            steps += "f" + std::to_string(file->index) + "/" + std::to_string(file->last) + " ";
+        else
+            steps += "s ";
     }
-    EXPECT_EQ(steps, "d1/0 d2/0 f0/1 ssf1/1 s");
+    EXPECT_EQ(steps, "d1 d2 f0/1 s s f1/1 s ");
 }
 
 TEST_F(ReferenceSearchTest, AChangedTextCountsFromTheNextPieceOn) {
@@ -140,7 +147,7 @@ TEST_F(ReferenceSearchTest, AChangedTextCountsFromTheNextPieceOn) {
     Dirs_.add(temp_.path());
     ReferenceSearch search(Dirs_, hits_);
     for (int step = 0; step < 3; ++step)
-        ASSERT_NE(search.next("B").kind, Step::Ended);
+        ASSERT_FALSE(isEnd(search.next("B")));
     runToTheEnd(search, "aBa");
     EXPECT_EQ(listed(hits_), "a.ini :6\na.ini :65541\n");
     EXPECT_EQ(hits_.length(0), 1U);
@@ -183,12 +190,12 @@ TEST_F(ReferenceSearchTest, EndsQuietlyAtAFailure) {
         for (const std::string& directory : each.directories)
             Dirs_.add(directory);
         ReferenceSearch search(Dirs_, hits_);
-        Step step{};
+        Step step;
         do {
             step = search.next("x");
-        } while (step.kind == Step::DirectoryReached);
+        } while (std::holds_alternative<ReferenceSearch::DirectoryReached>(step));
         each.whenFilesAreListed();
-        while (step.kind != Step::Ended)
+        while (!isEnd(step))
             step = search.next("x");
         EXPECT_EQ(listed(hits_), each.hits) << each.name;
     }

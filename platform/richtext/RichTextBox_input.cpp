@@ -1,4 +1,5 @@
 // Keys, mouse, input methods, clipboard and drops: everything that comes in is brought into the code page first.
+#include "platform/richtext/key_presses.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
 
@@ -6,7 +7,6 @@
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
-#include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
 
@@ -32,12 +32,6 @@ std::string withLineEnds(std::string_view text, std::string_view lineEnd) {
         }
     }
     return result;
-}
-
-// Ctrl and Alt together are the right Alt key of some keyboards, which types text.
-bool isCommand(const QKeyEvent& event) {
-    return event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier) ||
-           event.modifiers().testFlag(Qt::MetaModifier);
 }
 
 bool typesText(const QKeyEvent& event) {

@@ -18,8 +18,13 @@ Key typedKeyOf(const QKeyEvent& event) {
     case Qt::Key_Space:
         return Key::Space;
     default:
-        return event.text() == QLatin1String(";") ? Key::Semicolon : Key::Other;
+        break;
     }
+    // An input method brings a blank without its key.
+    const QString text = event.text();
+    if (text == QLatin1String(" "))
+        return Key::Space;
+    return text == QLatin1String(";") ? Key::Semicolon : Key::Other;
 }
 
 Key keyOf(const QKeyEvent& event) {

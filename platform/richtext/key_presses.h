@@ -12,4 +12,12 @@ namespace blockhouse {
            event.modifiers().testFlag(Qt::MetaModifier);
 }
 
+// A modifier, a dead key or another key that only has a say in what the next one does.
+[[nodiscard]] inline bool isPartOfAnotherPress(const QKeyEvent& event) {
+    const int key = event.key();
+    return event.text().isEmpty() &&
+           ((key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) || key == Qt::Key_Super_L || key == Qt::Key_Super_R ||
+            (key >= Qt::Key_AltGr && key <= Qt::Key_Dead_Longsolidusoverlay) || key == Qt::Key_unknown);
+}
+
 } // namespace blockhouse

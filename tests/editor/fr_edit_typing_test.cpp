@@ -213,6 +213,45 @@ TEST(TypingInTheEditor, OnlyTheBackspaceThatDeletesASemicolonEndsItsComment) {
     }
 }
 
+TEST(TypingInTheEditor, TextFromAnInputMethodIsAssistedLikeTypedText) {
+    struct Event {
+        const char* shown;
+        const char* committed;
+    };
+
+    struct Case {
+        std::vector<Event> events;
+        const char* after;
+        const char* text;
+        const char* colours;
+    };
+
+    const Case cases[] = {
+        {{{"", "\u00E9"}}, "x", "Body\xE9x", "kkkk.."},
+        {{{"e", ""}, {"e'", ""}, {"", "\u00E9"}}, "x", "Body\xE9x", "kkkk.."},
+        {{{"e", ""}, {"a", "e"}, {"", "a"}}, "x", "Bodyeax", "kkkk..."},
+        {{{"", ";"}}, "end x\r", "Body;end x\r\n", "kkkkcccccccc"},
+        {{{";", ""}, {"", ";"}}, "end x\r", "Body;end x\r\n", "kkkkcccccccc"},
+        {{{"", "\r"}, {"", "end"}, {"", " "}}, "x", "Body\r\nEnd x", "kkkk..kkkk."},
+    };
+    for (const Case& c : cases) {
+        Pair pair;
+        pair.box.setText("");
+        QTest::keyClicks(&pair.box, "body ");
+        QTest::keyClick(&pair.box, Qt::Key_Backspace);
+        ASSERT_EQ(pair.colours(), "kkkk");
+        for (const Event& each : c.events) {
+            const QString shown = QString::fromUtf8(each.shown);
+            QInputMethodEvent event(shown, {{QInputMethodEvent::Cursor, static_cast<int>(shown.size()), 1, {}}});
+            event.setCommitString(QString::fromUtf8(each.committed));
+            QApplication::sendEvent(&pair.box, &event);
+        }
+        QTest::keyClicks(&pair.box, c.after);
+        EXPECT_EQ(pair.box.text(), c.text);
+        EXPECT_EQ(pair.colours(), c.colours) << c.text;
+    }
+}
+
 TEST(TypingInTheEditor, ShortcutsTurnTheSelectionBlackToo) {
     Pair pair;
     pair.box.setSelStart(0);

@@ -222,6 +222,7 @@ void FindPanel::ReplaceAll() {
     const std::string text = wanted();
     if (text.empty())
         return;
+    textBox_.endComposition();
     const std::vector<TextRange> hits = replaceableRanges(textBox_.text(), text, Check1->isChecked());
     tint(hits.empty());
     textBox_.replaceRanges(hits, documentBytes(txt_replace->text()).bytes);

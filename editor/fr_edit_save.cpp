@@ -9,6 +9,7 @@
 namespace blockhouse {
 
 void fr_edit::takeSnapshot() {
+    txt_edit->endComposition();
     const std::string text = txt_edit->text();
     Filetext = textToWrite(text);
 }

@@ -1,14 +1,13 @@
 // Carries out on the text box what the typing rules answer to a key.
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
-
-#include <QKeyEvent>
+#include "platform/richtext/key_presses.h"
 
 namespace blockhouse {
 namespace {
 
 // By the character typed, so that any keyboard layout works and ":" begins no comment.
-Key keyOf(const QKeyEvent& event) {
+Key typedKeyOf(const QKeyEvent& event) {
     switch (event.key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
@@ -16,17 +15,31 @@ Key keyOf(const QKeyEvent& event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return Key::Enter;
+    case Qt::Key_Space:
+        return Key::Space;
+    default:
+        break;
+    }
+    // An input method brings a blank without its key.
+    const QString text = event.text();
+    if (text == QLatin1String(" "))
+        return Key::Space;
+    return text == QLatin1String(";") ? Key::Semicolon : Key::Other;
+}
+
+Key keyOf(const QKeyEvent& event) {
+    // Arrows and Backspace act on the text with Ctrl too; with Alt or Meta they do nothing.
+    const bool actsOnText = !(event.modifiers() & (Qt::AltModifier | Qt::MetaModifier));
+    switch (event.key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
     case Qt::Key_Up:
     case Qt::Key_Down:
-        return Key::Arrow;
+        return actsOnText ? Key::Arrow : Key::Other;
     case Qt::Key_Backspace:
-        return Key::Backspace;
-    case Qt::Key_Space:
-        return Key::Space;
+        return actsOnText ? Key::Backspace : Key::Other;
     default:
-        return event.text() == QLatin1String(";") ? Key::Semicolon : Key::Other;
+        return isCommand(event) ? Key::Other : typedKeyOf(event);
     }
 }
 

@@ -3,10 +3,10 @@
 #include "editor/comment_pass.h"
 #include "fuzz/target.h"
 #include "platform/richtext/RichTextBox.h"
+#include "platform/text/codepage.h"
 
 #include <QApplication>
-
-#include <memory>
+#include <QInputMethodEvent>
 
 using namespace blockhouse;
 using fuzz::require;
@@ -20,7 +20,7 @@ public:
     explicit Session(std::string text) { load(std::move(text)); }
 
     void step(fuzz::Bytes& input) {
-        switch (input.below(9)) {
+        switch (input.below(10)) {
         case 0:
         case 1:
         case 2:
@@ -40,6 +40,9 @@ public:
             break;
         case 7:
             highlight(input);
+            break;
+        case 8:
+            composeInVain(input);
             break;
         default:
             find(input);
@@ -162,6 +165,22 @@ private:
         states_[0].colours = coloursOf(box_);
     }
 
+    void composeInVain(fuzz::Bytes& input) {
+        box_.setSelStart(place(input));
+        bool composed = false;
+        for (std::size_t updates = 1 + input.below(3); updates > 0; --updates) {
+            const std::string piece = input.text();
+            QInputMethodEvent shown(QString::fromStdString(codepage::toUtf8(piece)), {});
+            QApplication::sendEvent(&box_, &shown);
+            composed = composed || !piece.empty();
+            require(box_.textLength() == length() + static_cast<Position>(piece.size()),
+                    "what is composed is not shown");
+        }
+        box_.endComposition();
+        if (composed)
+            states_.resize(at_ + 1);
+    }
+
     void find(fuzz::Bytes& input) {
         const std::string what = input.text();
         const Position start = place(input);
@@ -178,12 +197,13 @@ private:
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const auto application = [] {
+    // Never destroyed: the toolkit's own statics would be gone by then.
+    [[maybe_unused]] static const QApplication* const application = [] {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         static int argc = 1;
         static char name[] = "fuzz";
         static char* argv[] = {name, nullptr};
-        return std::make_unique<QApplication>(argc, argv);
+        return new QApplication(argc, argv);
     }();
     fuzz::Bytes input(data, size);
     Session session(input.text());

@@ -1,5 +1,6 @@
 #include "platform/richtext/RichTextBox.h"
 
+#include "platform/richtext/line_ends.h"
 #include "platform/richtext/RichTextAccessible.h"
 #include "platform/text/codepage.h"
 #include "platform/text/FoldedSearch.h"
@@ -14,22 +15,6 @@ namespace {
 
 // The text engine would also announce finished edits, but then it counts characters from the document's start.
 constexpr int announcedEdits = QsciScintillaBase::SC_MOD_BEFOREINSERT | QsciScintillaBase::SC_MOD_BEFOREDELETE;
-
-std::string_view prevailingLineEnd(std::string_view bytes) {
-    std::size_t pairs = 0, returns = 0, feeds = 0;
-    for (std::size_t at = bytes.find_first_of("\r\n"); at != bytes.npos && pairs + returns + feeds < 1000;
-         at = bytes.find_first_of("\r\n", at + 1)) {
-        if (bytes[at] == '\n')
-            ++feeds;
-        else if (at + 1 < bytes.size() && bytes[at + 1] == '\n')
-            ++pairs, ++at;
-        else
-            ++returns;
-    }
-    if (pairs >= returns && pairs >= feeds)
-        return "\r\n";
-    return feeds >= returns ? "\n" : "\r";
-}
 
 } // namespace
 
@@ -97,6 +82,7 @@ std::string RichTextBox::textAt(Position start, std::ptrdiff_t length) const {
 }
 
 void RichTextBox::setText(std::string_view bytes) {
+    endComposition();
     load(bytes, {});
 }
 
@@ -127,6 +113,7 @@ rtf::SourceWriter RichTextBox::sourceWriter(std::string_view text) const {
 }
 
 void RichTextBox::editRtfLines(const std::function<std::string(std::string_view)>& edit) {
+    endComposition();
     constexpr std::size_t block = 1 << 16;
     const std::string decoded = asciiText() ? std::string() : text();
     const std::string_view before = asciiText().value_or(decoded);
@@ -149,6 +136,7 @@ std::string RichTextBox::rtfHeader() const {
 }
 
 void RichTextBox::setRtf(std::string_view source) {
+    endComposition();
     const rtf::ColouredText coloured = rtf::read(source);
     load(coloured.text, coloured.runs);
 }
@@ -194,6 +182,7 @@ RichTextBox::Position RichTextBox::selStart() const {
 }
 
 void RichTextBox::setSelStart(Position position) {
+    endComposition();
     requestedStart_.forget();
     BytePosition byte = index_.byteOf(position);
     if (engine_.isInsideLineBreak(byte)) {
@@ -208,6 +197,7 @@ std::ptrdiff_t RichTextBox::selLength() const {
 }
 
 void RichTextBox::setSelLength(std::ptrdiff_t length) {
+    endComposition();
     const std::optional<Position> requested =
         length > 0 ? requestedStart_.whileCaretIsAt(engine_.caret()) : std::nullopt;
     const Position start = requested ? *requested : selStart();
@@ -226,6 +216,7 @@ std::string RichTextBox::selText() const {
 }
 
 void RichTextBox::setSelText(std::string_view bytes) {
+    endComposition();
     prepareForInput();
     insertOverSelection(codepage::toUtf8(bytes));
     settleEdit();
@@ -240,6 +231,7 @@ void RichTextBox::insertOverSelection(std::string_view utf8) {
 }
 
 void RichTextBox::replaceRanges(std::span<const TextRange> ranges, std::string_view bytes) {
+    endComposition();
     if (ranges.empty())
         return;
     // Where every range lies is asked at once, since the first edit may leave the characters miscounted.
@@ -264,11 +256,13 @@ void RichTextBox::replaceRanges(std::span<const TextRange> ranges, std::string_v
 // --- Find -------------------------------------------------------------------------------------------------------
 
 RichTextBox::Position RichTextBox::find(std::string_view what) {
+    endComposition();
     const std::ptrdiff_t length = selLength();
     return length > 0 ? findIn(what, selStart(), selStart() + length) : findIn(what, 0, textLength());
 }
 
 RichTextBox::Position RichTextBox::find(std::string_view what, Position start) {
+    endComposition();
     return findIn(what, std::clamp<Position>(start, 0, textLength()), textLength());
 }
 

@@ -117,7 +117,15 @@ public:
     // Keeps the top of the box free of text, for a control that reaches into it.
     void setTopMargin(Pixels height);
 
-    // Called for every key press before the box or a menu shortcut acts on it; true cancels the key.
+    // --- Input methods ----------------------------------------------------------------------------------------
+    // While an input method composes, the document holds text that is not committed. This has the input method commit
+    // it, or takes it out; announces what changed. The calls above that change the text or the selection, find or copy
+    // begin with it, as do keys and mouse presses: a caller needs it before it reads the text to keep it.
+    void endComposition();
+
+    // Called for every key press before the box or a menu shortcut acts on it; true cancels the key. Text that an
+    // input method brings is announced in the same way before it goes in, once for each composition, as a press of
+    // Qt::Key_unknown with that text; true drops the text.
     using KeyDown = std::function<bool(const QKeyEvent&)>;
 
     void setKeyDown(KeyDown handler) { keyDown_ = std::move(handler); }
@@ -169,6 +177,11 @@ private:
 
     void prepareForInput();
     [[nodiscard]] bool runKeyDown(const QKeyEvent& event);
+    [[nodiscard]] bool askKeyDown(const QKeyEvent& event);
+    [[nodiscard]] bool acceptsText(const QString& text);
+    void compose(const QInputMethodEvent& event);
+    void commit(const QInputMethodEvent& event);
+    void replaceComposition(QInputMethodEvent& event);
     [[nodiscard]] bool actOnClipboardKey(const QKeyEvent& event);
     void insertOverSelection(std::string_view utf8);
     [[nodiscard]] std::string encodedForInsertion(const QString& text) const;
@@ -183,7 +196,14 @@ private:
     KeyDown keyDown_;
     std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
     bool textChanged_ = false;          // not announced yet
-    bool composing_ = false;            // an input method shows text that is not committed
+
+    // Text in the document that an input method has not committed.
+    struct Composition {
+        BytePosition at;
+        Colour colour;
+    };
+
+    std::optional<Composition> composition_;
 };
 
 } // namespace blockhouse

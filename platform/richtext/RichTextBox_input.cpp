@@ -1,12 +1,12 @@
-// Keys, mouse, input methods, clipboard and drops: everything that comes in is brought into the code page first.
+// Keys, mouse, clipboard and drops: everything that comes in is brought into the code page first.
+#include "platform/richtext/key_presses.h"
+#include "platform/richtext/line_ends.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
 #include <QMimeData>
 #include <QPointer>
 
@@ -14,31 +14,6 @@
 
 namespace blockhouse {
 namespace {
-
-QString decoded(std::string_view bytes) {
-    return QString::fromStdString(codepage::toUtf8(bytes));
-}
-
-std::string withLineEnds(std::string_view text, std::string_view lineEnd) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' || text[i] == '\n') {
-            result += lineEnd;
-            if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
-                ++i;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
-}
-
-// Ctrl and Alt together are the right Alt key of some keyboards, which types text.
-bool isCommand(const QKeyEvent& event) {
-    return event.modifiers().testFlag(Qt::ControlModifier) != event.modifiers().testFlag(Qt::AltModifier) ||
-           event.modifiers().testFlag(Qt::MetaModifier);
-}
 
 bool typesText(const QKeyEvent& event) {
     return !isCommand(event) && !event.text().isEmpty() && event.text().front().isPrint();
@@ -135,6 +110,12 @@ bool RichTextBox::event(QEvent* event) {
 bool RichTextBox::runKeyDown(const QKeyEvent& event) {
     if (const std::optional<bool> cancelled = seenPress_.take(event.key()))
         return *cancelled;
+    if (!isPartOfAnotherPress(event))
+        endComposition();
+    return askKeyDown(event);
+}
+
+bool RichTextBox::askKeyDown(const QKeyEvent& event) {
     if (!keyDown_)
         return false;
     prepareForInput();
@@ -186,47 +167,10 @@ void RichTextBox::prepareForInput() {
         engine_.putCaret(selected.first - 1);
 }
 
-void RichTextBox::inputMethodEvent(QInputMethodEvent* event) {
-    composing_ = !event->preeditString().isEmpty();
-    if (!composing_)
-        prepareForInput();
-    QInputMethodEvent encoded(event->preeditString(), event->attributes());
-    encoded.setCommitString(QString::fromStdString(encodedForInsertion(event->commitString())),
-                            event->replacementStart(), event->replacementLength());
-    QsciScintillaBase::inputMethodEvent(&encoded);
-    event->accept();
-    settleEdit();
-}
-
-QVariant RichTextBox::inputMethodQuery(Qt::InputMethodQuery query) const {
-    // Only what is near the caret: the whole text may be a hundred megabytes.
-    constexpr std::ptrdiff_t reach = 1024;
-    const Position caret = this->caret();
-    const Position first = std::max<Position>(caret - reach, 0);
-    const auto inReach = [&](BytePosition byte) {
-        return static_cast<int>(std::clamp<std::ptrdiff_t>(index_.characterOf(byte) - first, 0, 2 * reach));
-    };
-    switch (query) {
-    case Qt::ImSurroundingText:
-        return decoded(textAt(first, 2 * reach));
-    case Qt::ImCursorPosition:
-        return static_cast<int>(caret - first);
-    case Qt::ImAnchorPosition:
-        return inReach(engine_.ask(SCI_GETANCHOR));
-    case Qt::ImCurrentSelection:
-        return decoded(textAt(selStart(), std::min(selLength(), 2 * reach)));
-    case Qt::ImTextBeforeCursor:
-        return decoded(textAt(first, caret - first));
-    case Qt::ImTextAfterCursor:
-        return decoded(textAt(caret, reach));
-    default:
-        return QsciScintillaBase::inputMethodQuery(query);
-    }
-}
-
 // --- Mouse ------------------------------------------------------------------------------------------------------
 
 void RichTextBox::mousePressEvent(QMouseEvent* event) {
+    endComposition();
     Q_EMIT mouseDown(event->button(), event->position().toPoint());
     if (event->button() == Qt::RightButton)
         return;
@@ -260,17 +204,20 @@ void RichTextBox::contextMenuEvent(QContextMenuEvent* event) {
 // --- Editing, clipboard and drops -------------------------------------------------------------------------------
 
 void RichTextBox::undo() {
+    endComposition();
     engine_.tell(SCI_UNDO);
     settleEdit();
 }
 
 void RichTextBox::redo() {
+    endComposition();
     engine_.tell(SCI_REDO);
     settleEdit();
 }
 
 void RichTextBox::copy() {
-    QGuiApplication::clipboard()->setText(decoded(selText()));
+    endComposition();
+    QGuiApplication::clipboard()->setText(QString::fromStdString(codepage::toUtf8(selText())));
 }
 
 void RichTextBox::cut() {
@@ -279,6 +226,7 @@ void RichTextBox::cut() {
 }
 
 void RichTextBox::paste() {
+    endComposition();
     prepareForInput();
     insertOverSelection(withLineEnds(encodedForInsertion(QGuiApplication::clipboard()->text()), lineEnd_));
     engine_.tell(SCI_SCROLLCARET);
@@ -293,6 +241,7 @@ std::string RichTextBox::encodedForInsertion(const QString& text) const {
 }
 
 void RichTextBox::dropEvent(QDropEvent* event) {
+    endComposition();
     QsciScintillaBase::dropEvent(event);
     settleEdit();
 }

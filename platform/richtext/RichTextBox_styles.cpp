@@ -64,7 +64,7 @@ void RichTextBox::settleEdit() {
     settleStyles();
     index_.settle();
     typing_.caretIsAt(engine_.caret());
-    if (textChanged_ && !composing_) {
+    if (textChanged_ && !composition_) {
         textChanged_ = false;
         Q_EMIT changed();
     }

@@ -86,6 +86,24 @@ TEST_F(Commands, SavesWriteUpToTheCharacterAfterTheLastEnd) {
     EXPECT_EQ(onDisk(path), "xyObject Alpha\r\nEnd\r");
 }
 
+TEST_F(Commands, WhatAnInputMethodHasNotCommittedIsNeitherSavedNorReplaced) {
+    open("Object Alpha\r\nEnd\r\n");
+    editor.FindFrame->Txt_find->setText("Object");
+    editor.FindFrame->txt_replace->setText("Weapon");
+    const auto compose = [this] {
+        QInputMethodEvent shown("Object", {});
+        QApplication::sendEvent(&box(), &shown);
+        ASSERT_EQ(box().text(), "ObjectObject Alpha\r\nEnd\r\n");
+    };
+    compose();
+    trigger("mnu_save");
+    EXPECT_EQ(onDisk(path), "Object Alpha\r\nEnd\r");
+    EXPECT_EQ(box().text(), "Object Alpha\r\nEnd\r\n");
+    compose();
+    editor.FindFrame->ReplaceAll();
+    EXPECT_EQ(box().text(), "Weapon Alpha\r\nEnd\r\n");
+}
+
 TEST_F(Commands, NothingIsSavedOrTypedWhileTheFileLoads) {
     struct ImpatientHost : FakeHost {
         void drawProgress(PictureBox&, double, double) override {

@@ -84,6 +84,15 @@ public:
             ASSERT_EQ(box.textColorAt(static_cast<std::ptrdiff_t>(at)), model.colours[at]) << at << "\n" << model.text;
     }
 
+    [[nodiscard]] std::string colours() const {
+        std::string letters;
+        for (std::ptrdiff_t at = 0; at < box.textLength(); ++at) {
+            const Colour colour = box.textColorAt(at);
+            letters += colour == TypedKeywordColor ? 'k' : colour == TypedCommentColor ? 'c' : colour == 0 ? '.' : '?';
+        }
+        return letters;
+    }
+
     FakeHost host;
     fr_edit editor;
     RichTextBox& box;
@@ -136,6 +145,111 @@ TEST(TypingInTheEditor, TabInsertsATabWithOrWithoutShift) {
     QTest::keyClick(&pair.box, Qt::Key_Tab);
     QTest::keyClick(&pair.box, Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(pair.box.text().starts_with("\t\t Start\r\n"));
+}
+
+// What the box shows is enough to tell: a rewritten keyword, a tab, a comment's colour.
+TEST(TypingInTheEditor, AKeyHeldWithCtrlOrAltTypesNothing) {
+    constexpr auto control = Qt::ControlModifier;
+    constexpr auto alt = Qt::AltModifier;
+    constexpr auto meta = Qt::MetaModifier;
+    constexpr auto altGr = Qt::ControlModifier | Qt::AltModifier;
+
+    struct Case {
+        const char* before;
+        Qt::Key key;
+        const char* text;
+        Qt::KeyboardModifiers modifiers;
+        const char* after;
+        const char* shown;
+        const char* colours; // k(eyword), c(omment), "." black
+    };
+
+    const Case cases[] = {
+        {"", Qt::Key_Semicolon, ";", control, "body ", "Body ", "kkkkk"},
+        {"", Qt::Key_Semicolon, ";", alt, "body ", "Body ", "kkkkk"},
+        {"", Qt::Key_Semicolon, ";", meta, "body ", "Body ", "kkkkk"},
+        {"", Qt::Key_Semicolon, ";", altGr, "body ", ";body ", "......"},
+        {"body", Qt::Key_Space, " ", control, "", "body", "...."},
+        {"body", Qt::Key_Space, " ", alt, "", "body", "...."},
+        {"body", Qt::Key_Space, " ", altGr, "", "Body ", "kkkkk"},
+        {"body", Qt::Key_Return, "\r", control, "", "body", "...."},
+        {"body", Qt::Key_Return, "\r", Qt::ShiftModifier, "", "Body\r\n", "kkkkkk"},
+        {"x", Qt::Key_Tab, "\t", control, "", "x", "."},
+        {"x", Qt::Key_Backtab, "\t", control | Qt::ShiftModifier, "", "x", "."},
+        {"; x", Qt::Key_Left, "", control, "", "; x", "ccc"},
+        {"; x", Qt::Key_Left, "", alt, "", "; x", "..."},
+        {"; x", Qt::Key_Left, "", altGr, "", "; x", "..."},
+        {"; x", Qt::Key_Left, "", meta, "", "; x", "..."},
+        {"; x", Qt::Key_Return, "\r", control, "y", "; xy", "...."},
+    };
+    for (const Case& c : cases) {
+        Pair pair;
+        pair.box.setText("");
+        QTest::keyClicks(&pair.box, c.before);
+        QTest::sendKeyEvent(QTest::Click, &pair.box, c.key, QLatin1String(c.text), c.modifiers);
+        QTest::keyClicks(&pair.box, c.after);
+        EXPECT_EQ(pair.box.text(), c.shown);
+        EXPECT_EQ(pair.colours(), c.colours) << c.before << '|' << c.text << static_cast<int>(c.modifiers);
+    }
+}
+
+TEST(TypingInTheEditor, OnlyTheBackspaceThatDeletesASemicolonEndsItsComment) {
+    struct Case {
+        Qt::KeyboardModifiers modifiers;
+        const char* shown;
+        const char* colours;
+    };
+
+    for (const Case& c : {Case{Qt::NoModifier, "note", "...."}, Case{Qt::ControlModifier, "note", "...."},
+                          Case{Qt::AltModifier, ";note", "ccccc"}, Case{Qt::MetaModifier, ";note", "ccccc"}}) {
+        Pair pair;
+        pair.box.setText("");
+        QTest::keyClicks(&pair.box, ";note");
+        QTest::keyClick(&pair.box, Qt::Key_Up);
+        pair.box.setSelStart(1);
+        QTest::keyClick(&pair.box, Qt::Key_Backspace, c.modifiers);
+        EXPECT_EQ(pair.box.text(), c.shown);
+        EXPECT_EQ(pair.colours(), c.colours) << static_cast<int>(c.modifiers);
+    }
+}
+
+TEST(TypingInTheEditor, TextFromAnInputMethodIsAssistedLikeTypedText) {
+    struct Event {
+        const char* shown;
+        const char* committed;
+    };
+
+    struct Case {
+        std::vector<Event> events;
+        const char* after;
+        const char* text;
+        const char* colours;
+    };
+
+    const Case cases[] = {
+        {{{"", "\u00E9"}}, "x", "Body\xE9x", "kkkk.."},
+        {{{"e", ""}, {"e'", ""}, {"", "\u00E9"}}, "x", "Body\xE9x", "kkkk.."},
+        {{{"e", ""}, {"a", "e"}, {"", "a"}}, "x", "Bodyeax", "kkkk..."},
+        {{{"", ";"}}, "end x\r", "Body;end x\r\n", "kkkkcccccccc"},
+        {{{";", ""}, {"", ";"}}, "end x\r", "Body;end x\r\n", "kkkkcccccccc"},
+        {{{"", "\r"}, {"", "end"}, {"", " "}}, "x", "Body\r\nEnd x", "kkkk..kkkk."},
+    };
+    for (const Case& c : cases) {
+        Pair pair;
+        pair.box.setText("");
+        QTest::keyClicks(&pair.box, "body ");
+        QTest::keyClick(&pair.box, Qt::Key_Backspace);
+        ASSERT_EQ(pair.colours(), "kkkk");
+        for (const Event& each : c.events) {
+            const QString shown = QString::fromUtf8(each.shown);
+            QInputMethodEvent event(shown, {{QInputMethodEvent::Cursor, static_cast<int>(shown.size()), 1, {}}});
+            event.setCommitString(QString::fromUtf8(each.committed));
+            QApplication::sendEvent(&pair.box, &event);
+        }
+        QTest::keyClicks(&pair.box, c.after);
+        EXPECT_EQ(pair.box.text(), c.text);
+        EXPECT_EQ(pair.colours(), c.colours) << c.text;
+    }
 }
 
 TEST(TypingInTheEditor, ShortcutsTurnTheSelectionBlackToo) {

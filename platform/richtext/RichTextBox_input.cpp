@@ -3,12 +3,12 @@
 #include "platform/richtext/line_ends.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
+#include "platform/widgets/LongWork.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QPointer>
 
 #include <algorithm>
 
@@ -181,10 +181,8 @@ void RichTextBox::mousePressEvent(QMouseEvent* event) {
 
 void RichTextBox::mouseMoveEvent(QMouseEvent* event) {
     QMouseEvent plain = plainDrag(*event);
-    const QPointer<RichTextBox> self(this);
     // Text dragged away is taken out before this returns; meanwhile the window may have been closed.
-    QsciScintillaBase::mouseMoveEvent(&plain);
-    if (self)
+    if (stillOpenAfter(*this, [&] { QsciScintillaBase::mouseMoveEvent(&plain); }))
         settleEdit();
 }
 

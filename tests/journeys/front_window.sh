@@ -62,7 +62,7 @@ wait_for 10 "saved file" grep -q "^queer	;" "$folder/Data/Army/AmberfoldArmy.ini
 cmp -s "$folder/Data/Army/GravelmarkArmy.ini" "$here/../../samples/workspace/Data/Army/GravelmarkArmy.ini" ||
   fail "the file that is not seen has changed"
 
-say "With no window up the tree has the keyboard, and its Return opens a file"
+say "With no window up the menus are the main window's, and a key brings a file back"
 press_key alt+1 # it is up already
 press_key F6    # from the text to its button
 press_key space # which puts it away

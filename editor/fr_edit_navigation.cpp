@@ -5,9 +5,21 @@
 #include "editor/navigation.h"
 #include "editor/textboxbas.h"
 #include "platform/text/codepage.h"
-#include "platform/widgets/qt_text.h"
+#include "platform/text/shown_entry.h"
 
 namespace blockhouse {
+namespace {
+
+// An entry of the settings list has the setting's place as its item data, and beside it the name that it is found by,
+// which may be another one than is shown.
+constexpr int nameRole = Qt::UserRole + 1;
+
+void addSetting(DropDownList& list, const SettingEntry& setting) {
+    list.addItem(QString::fromStdString(shownEntry(setting.name)), static_cast<qlonglong>(setting.itemData.value));
+    list.setItemData(list.count() - 1, QByteArray::fromStdString(setting.name), nameRole);
+}
+
+} // namespace
 
 void fr_edit::chooseBlock(int index) {
     const BlockEntry& block = blocks_->blocks()[static_cast<std::size_t>(index)];
@@ -28,13 +40,13 @@ void fr_edit::Makekeywords(TextPosition i) {
     Combo1->fill([&] {
         Combo1->clear();
         for (const SettingEntry& setting : settings)
-            Combo1->addItem(documentText(setting.name), static_cast<qlonglong>(setting.itemData.value));
+            addSetting(*Combo1, setting);
     });
 }
 
 int fr_edit::FindinCombo(std::string_view what) const {
     for (int index = 0; index < Combo1->count(); ++index) {
-        if (codepage::equalIgnoringCase(documentBytes(Combo1->itemText(index)).bytes, what))
+        if (codepage::equalIgnoringCase(Combo1->itemData(index, nameRole).toByteArray().toStdString(), what))
             return index;
     }
     return -1;

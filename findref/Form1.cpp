@@ -1,6 +1,7 @@
 #include "findref/Form1.h"
 
 #include "platform/widgets/controls.h"
+#include "platform/widgets/screen_room.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -31,7 +32,7 @@ Form1::Form1()
     });
     connect(RichTextBox1, &RichTextBox::changed, this, &Form1::showLength);
     RichTextBox1->setText("Text1");
-    resize(designSize);
+    resize(boundedToScreen(*this, designSize));
     layOut();
 }
 

@@ -16,6 +16,7 @@
 
 class QAction;
 class QMenuBar;
+class QScrollArea;
 class QStringListModel;
 
 namespace blockhouse {
@@ -72,6 +73,7 @@ private:
     [[nodiscard]] QMenuBar* makeMenus();
     [[nodiscard]] QWidget* makeControls();
     void makeLog(QWidget* inside);
+    void startAtSizeFor(const QScrollArea& room);
     void open();
 
     void chooseSide();

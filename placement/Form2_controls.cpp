@@ -5,10 +5,15 @@
 #include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/screen_room.h"
 
 #include <QAction>
+#include <qdrawutil.h>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStringListModel>
 #include <QTextDocument>
@@ -18,6 +23,26 @@ namespace blockhouse {
 namespace {
 
 constexpr int stripHeight = pixelsOf(315);
+
+// Shows its widget whole where there is room for it, and as much as there is room for where there is less.
+class ScrollingRoom : public QScrollArea {
+public:
+    using QScrollArea::QScrollArea;
+
+    QSize sizeHint() const override { return widget()->minimumSize(); }
+};
+
+// What it holds may begin at its very corner: its frame is one line, above the ink of any text.
+class Strip : public QFrame {
+public:
+    using QFrame::QFrame;
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        qDrawShadeLine(&painter, 0, 1, width(), 1, palette());
+    }
+};
 
 } // namespace
 
@@ -29,20 +54,30 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->setMenuBar(makeMenus());
-    column->addWidget(makeControls(), 1);
-    Picture2 = named(new QFrame(this), "Picture2", tr("Status"));
-    Picture2->setFrameShape(QFrame::StyledPanel);
+    auto* room = new ScrollingRoom(this);
+    room->setFrameShape(QFrame::NoFrame);
+    room->setFocusPolicy(Qt::NoFocus); // it follows the focus of what is inside
+    room->setWidgetResizable(true);
+    room->setWidget(makeControls());
+    column->addWidget(room, 1);
+    Picture2 = named(new Strip(this), "Picture2", tr("Status"));
     Picture2->setFixedHeight(stripHeight);
     column->addWidget(Picture2);
     Label2 = named(new QLabel(Picture2), "Label2", tr("Pointer coordinates"));
-    // Below the frame's line, and in the middle of the strip's height.
-    Label2->move(4, (stripHeight - Label2->fontMetrics().height()) / 2);
+    startAtSizeFor(*room);
 
     connect(Combo1, &DropDownList::chosen, this, &Form2::chooseSide);
     connect(Combo2, &DropDownList::chosen, this, &Form2::chooseStructure);
     connect(Picture1, &Canvas::pressed, this, &Form2::press);
     connect(Picture1, &Canvas::moved, this, &Form2::move);
     connect(Picture1, &Canvas::released, this, &Form2::release);
+}
+
+void Form2::startAtSizeFor(const QScrollArea& room) {
+    const QSize whole = sizeHint();
+    const QSize bounded = boundedToScreen(*this, whole);
+    const QSize scrollBar(room.verticalScrollBar()->sizeHint().width(), 0);
+    resize(bounded.height() < whole.height() ? boundedToScreen(*this, whole + scrollBar) : bounded);
 }
 
 QMenuBar* Form2::makeMenus() {

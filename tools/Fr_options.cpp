@@ -1,10 +1,10 @@
 #include "tools/Fr_options.h"
 
+#include "platform/text/shown_entry.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/qt_text.h"
-#include "tools/shown_entry.h"
 
 #include <QCloseEvent>
 #include <QShortcut>
@@ -73,7 +73,7 @@ void Fr_options::addTyped() {
     std::string entry = documentBytes(txt_enter->text()).bytes;
     if (Check1->isChecked()) {
         Check1->setChecked(false);
-        entry += lineEnd;
+        entry += endOfItsLine;
     }
     addEntry(entry);
     List1->scrollToBottom();

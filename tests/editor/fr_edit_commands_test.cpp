@@ -224,6 +224,21 @@ TEST_F(Commands, ChoosingABlockAndASettingJumpsToTheirLines) {
     }
 }
 
+TEST_F(Commands, ASettingThatEndsItsLineIsShownAsInTheJumpListAndFoundByItsName) {
+    for (const char* jump : {"Armor", "ARMOR = E\r\n", "Hull = \xC9\r\n"})
+        host.jumpList.add(jump);
+    open(std::string(threeBlocks) + "Object DeltaTower\r\n  hull = \xE9\r\n  Armor = E\r\nEnd\r\n");
+    editor.List1->setCurrentIndex(3);
+    ASSERT_EQ(editor.Combo1->count(), 3);
+    EXPECT_EQ(editor.Combo1->itemText(1), QStringLiteral("ARMOR = E \u21B5"));
+    EXPECT_EQ(editor.Combo1->itemText(2), QStringLiteral("Hull = \u00C9 \u21B5"));
+    EXPECT_EQ(editor.FindinCombo("armor = e\r\n"), 1);
+    EXPECT_EQ(editor.FindinCombo("hull = \xE9\r\n"), 2);
+    EXPECT_EQ(editor.FindinCombo("armor = e"), -1);
+    editor.Combo1->setCurrentIndex(2);
+    EXPECT_EQ(editor.Combo1->toolTip(), QStringLiteral("Hull = \u00C9 \u21B5"));
+}
+
 TEST_F(Commands, ABlockChosenAgainIsJumpedToAgain) {
     open(threeBlocks);
     editor.List1->setCurrentIndex(2);

@@ -1,6 +1,7 @@
 #include "findref/Form1.h"
 
 #include <gtest/gtest.h>
+#include <QScreen>
 #include <QTest>
 
 namespace blockhouse {
@@ -18,6 +19,15 @@ TEST(Form1, CountsTheCharactersOfItsBox) {
     form.show();
     QTest::keyClick(form.RichTextBox1, Qt::Key_Escape);
     EXPECT_FALSE(form.isVisible());
+}
+
+// Also run as on a very low screen.
+TEST(Form1, StartsNoLargerThanItsScreen) {
+    Form1 form;
+    form.show();
+    EXPECT_LT(form.height(), form.screen()->availableGeometry().height()) << "there is room for a title, too";
+    EXPECT_LT(form.width(), form.screen()->availableGeometry().width());
+    EXPECT_TRUE(form.rect().contains(form.RichTextBox1->geometry()));
 }
 
 } // namespace

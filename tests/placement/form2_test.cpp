@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 #include <QAction>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
 
@@ -232,6 +235,54 @@ TEST_F(PlacementEditor, AFileThatCannotBeReadOrWrittenIsToldAndLosesNothing) {
     ASSERT_EQ(boxes.messages().size(), 2);
     EXPECT_TRUE(boxes.messages()[1].contains(QString::fromStdString(path_)));
     EXPECT_EQ(form_->Filetext, twoSides);
+}
+
+TEST_F(PlacementEditor, TheCoordinatesStandInTheStripsCornerBesideItsFrame) {
+    form_->show();
+    move(at(450, 888), Qt::NoButton);
+    EXPECT_EQ(form_->Label2->parentWidget(), form_->Picture2);
+    EXPECT_EQ(form_->Label2->pos(), QPoint(0, 0));
+    EXPECT_EQ(form_->Picture2->geometry(), QRect(0, form_->height() - 21, form_->width(), 21));
+    const QImage written = form_->Picture2->grab().toImage();
+    form_->Label2->hide();
+    const QImage empty = form_->Picture2->grab().toImage();
+    ASSERT_NE(written, empty);
+    const QRgb ground = empty.pixel(empty.width() / 2, empty.height() / 2);
+    int framed = 0;
+    for (int x = 0; x < empty.width(); ++x)
+        for (int y = 0; y < empty.height(); ++y) {
+            const bool isFrame = empty.pixel(x, y) != ground;
+            framed += isFrame ? 1 : 0;
+            EXPECT_TRUE(!isFrame || written.pixel(x, y) == empty.pixel(x, y)) << "text at " << x << ", " << y;
+        }
+    EXPECT_GT(framed, empty.width() / 2);
+}
+
+// Also run as on a very low screen.
+TEST_F(PlacementEditor, IsNoLargerThanItsScreenAndScrollsWhatDoesNotFit) {
+    const QSize screen = form_->screen()->availableGeometry().size();
+    open(twoSides);
+    EXPECT_LT(form_->height(), screen.height()) << "there is room for a title, too";
+    EXPECT_LT(form_->width(), screen.width());
+    constexpr int titleAtMost = 60;
+    EXPECT_GE(form_->height(), std::min(form_->sizeHint().height(), screen.height() - titleAtMost));
+    form_->resize(screen.boundedTo({300, 200}));
+    auto* room = form_->findChild<QScrollArea*>();
+    ASSERT_TRUE(room);
+    ASSERT_TRUE(QTest::qWaitFor([room] { return room->verticalScrollBar()->maximum() > 0; }));
+    EXPECT_TRUE(form_->Text1->visibleRegion().isEmpty());
+    form_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    form_->Combo1->setFocus();
+    QTest::keyClick(form_->Combo1, Qt::Key_Tab);
+    QTest::keyClick(form_->Combo2, Qt::Key_Tab);
+    ASSERT_TRUE(form_->Text1->hasFocus());
+    EXPECT_FALSE(form_->Text1->visibleRegion().isEmpty()) << "it follows the focus";
+    room->verticalScrollBar()->setValue(room->verticalScrollBar()->maximum());
+    room->horizontalScrollBar()->setValue(0);
+    EXPECT_TRUE(form_->Picture1->visibleRegion().contains(at(20, 990))) << "the canvas's lower end";
+    form_->resize(600, 500);
+    EXPECT_TRUE(QTest::qWaitFor([room] { return !room->verticalScrollBar()->isVisible(); }));
 }
 
 TEST_F(PlacementEditor, TheLogComesAndGoes) {

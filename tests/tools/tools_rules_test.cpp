@@ -1,5 +1,4 @@
 #include "tools/folder_rows.h"
-#include "tools/shown_entry.h"
 
 #include <gtest/gtest.h>
 
@@ -41,13 +40,6 @@ TEST(FolderRows, AFolderHoldsItselfAndWhatIsBelow) {
     for (const auto& [path, folder] :
          {std::pair{"/homes", "/home"}, {"/home", "/home/ann"}, {"D:\\x", "C:\\"}, {"/x", ""}})
         EXPECT_FALSE(isInside(path, folder)) << path << " in " << folder;
-}
-
-TEST(JumpEntries, ShowThatTheyEndTheirLine) {
-    EXPECT_EQ(shownEntry("Arm\xE9"), "Arm\u00E9");
-    EXPECT_EQ(shownEntry("Turret\r\n"), "Turret \u21B5");
-    EXPECT_EQ(shownEntry("\r\n"), " \u21B5");
-    EXPECT_EQ(shownEntry(""), "");
 }
 
 } // namespace

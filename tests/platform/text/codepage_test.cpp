@@ -1,5 +1,6 @@
 #include "platform/text/codepage.h"
 #include "platform/text/paths.h"
+#include "platform/text/shown_entry.h"
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,13 @@ TEST(CodePage, ComparesIgnoringCase) {
     EXPECT_FALSE(codepage::lessIgnoringCase("A", "a"));
     EXPECT_TRUE(codepage::lessIgnoringCase("_", "A")); // because "_" stands before "a", though after "A"
     EXPECT_TRUE(codepage::lessIgnoringCase("z", "\xE9"));
+}
+
+TEST(JumpEntries, ShowThatTheyEndTheirLine) {
+    EXPECT_EQ(shownEntry("Arm\xE9"), "Arm\u00E9");
+    EXPECT_EQ(shownEntry("Turret\r\n"), "Turret \u21B5");
+    EXPECT_EQ(shownEntry("\r\n"), " \u21B5");
+    EXPECT_EQ(shownEntry(""), "");
 }
 
 TEST(Paths, BothSeparatorsPartThem) {

@@ -3,6 +3,7 @@
 #include "platform/system/files.h"
 #include "platform/text/FoldedSearch.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/screen_room.h"
 #include "shell/artwork.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/DirectoryView.h"
@@ -88,7 +89,7 @@ void Fr_main::layOut() {
     row->addWidget(mdiArea_, 1);
     row->addWidget(picPlane);
     setCentralWidget(inside);
-    resize(toPixels(Twips{7785}).value, toPixels(Twips{6555}).value);
+    resize(boundedToScreen(*this, QSize(toPixels(Twips{7785}).value, toPixels(Twips{6555}).value)));
 }
 
 bool Fr_main::load() {

@@ -5,31 +5,42 @@
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 #include "platform/widgets/qt_text.h"
 
 #include <QCursor>
 #include <QKeyEvent>
+#include <QStyle>
 
 #include <algorithm>
+#include <tuple>
 
 namespace blockhouse {
 namespace {
 
-constexpr int panelWidth = pixelsOf(2652);
-constexpr int panelHeight = pixelsOf(2412);
+// The design sizes, which a font that is too large for them makes larger.
+constexpr QSize panelSize = designPlace(0, 0, 2652, 2412).size();
 constexpr int stripHeight = pixelsOf(372);
+constexpr QRect closePlace = designPlace(2420, 20, 200, 330);
 constexpr int margin = 6;
 constexpr int rowHeight = 21;
-constexpr int rowStep = 26;
+constexpr int betweenRows = 5;
 constexpr int labelWidth = 52;
+constexpr int boxWidth = panelSize.width() - labelWidth - 2 * margin;
+constexpr int wholeWordWidth = 92;
+constexpr int replaceWidth = 75;
+constexpr int buttonWidth = (panelSize.width() - 3 * margin) / 2;
+
+// A check box as wide as its square and its text.
+int widthOf(const QCheckBox& box) {
+    const int square = box.style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &box);
+    const int gap = box.style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, &box);
+    return square + gap + textWidth(box, box.text());
+}
 
 // How far the cursor lies from the panel's corner while it is dragged, measured from the main window's corner.
 constexpr int dragLeft = pixelsOf(200);
 constexpr int dragTop = pixelsOf(1100);
-
-constexpr int rowTop(int row) {
-    return stripHeight + margin + row * rowStep;
-}
 
 } // namespace
 
@@ -38,25 +49,24 @@ FindPanel::FindPanel(RichTextBox& textBox, QWidget* parent) : QFrame(parent), te
     setAccessibleName(tr("Find and replace"));
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
-    resize(panelWidth, panelHeight);
     makeTitleStrip();
     makeFields();
     makeButtons();
+    layOut();
     offerReplacing(false);
     hide();
 }
 
 void FindPanel::makeTitleStrip() {
     Picture2 = named(new QWidget(this), "Picture2", tr("Title strip: drag to move the panel"));
-    Picture2->setGeometry(0, 0, panelWidth, stripHeight);
     Picture2->setAutoFillBackground(true);
     Picture2->setBackgroundRole(QPalette::Highlight);
     Picture2->setCursor(Qt::SizeAllCursor);
     Picture2->setToolTip(tr("Drag to move the panel"));
     Picture2->installEventFilter(this);
     Command1 = named(new QPushButton(QStringLiteral("x"), Picture2), "Command1", tr("Close the find panel"));
-    Command1->setGeometry(pixelsOf(2420), pixelsOf(20), pixelsOf(200), pixelsOf(330));
     QFont font = Command1->font();
+    font.setFamily(QStringLiteral("System"));
     font.setBold(true);
     Command1->setFont(font);
     Command1->setCursor(Qt::ArrowCursor);
@@ -69,40 +79,70 @@ void FindPanel::makeTitleStrip() {
 }
 
 void FindPanel::makeFields() {
-    const auto field = [this](int row, QLabel*& label, const char* labelName, const QString& caption, QLineEdit*& box,
-                              const char* boxName, const QString& accessibleName) {
-        label = named(new QLabel(caption, this), labelName, caption);
-        label->setGeometry(margin, rowTop(row), labelWidth, rowHeight);
-        box = named(new QLineEdit(this), boxName, accessibleName);
-        box->setGeometry(margin + labelWidth, rowTop(row), panelWidth - labelWidth - 2 * margin, rowHeight);
-    };
-    field(0, Label1, "Label1", tr("Find"), Txt_find, "Txt_find", tr("Text to find"));
-    field(1, Label2, "Label2", tr("Replace"), txt_replace, "txt_replace", tr("Text to replace it by"));
+    Label1 = named(new QLabel(tr("Find"), this), "Label1", tr("Find"));
+    Txt_find = named(new QLineEdit(this), "Txt_find", tr("Text to find"));
+    Label2 = named(new QLabel(tr("Replace"), this), "Label2", tr("Replace"));
+    txt_replace = named(new QLineEdit(this), "txt_replace", tr("Text to replace it by"));
     connect(Txt_find, &QLineEdit::textChanged, this, [this] { tint(false); });
     connect(Txt_find, &QLineEdit::returnPressed, this, &FindPanel::findOrGoOn);
     connect(txt_replace, &QLineEdit::returnPressed, this, &FindPanel::Replace);
 
-    const int half = (panelWidth - 2 * margin) / 2;
     Check1 = named(new QCheckBox(tr("&Whole Word"), this), "Check1", tr("Whole Word"));
-    Check1->setGeometry(margin, rowTop(2), half + 10, rowHeight);
     Check1->setToolTip(tr("Finds the text only where a blank follows it"));
     Check2 = named(new QCheckBox(tr("&Replace"), this), "Check2", tr("Replace"));
-    Check2->setGeometry(margin + half + 11, rowTop(2), half - 7, rowHeight);
     connect(Check2, &QCheckBox::toggled, this, &FindPanel::offerReplacing);
 }
 
 void FindPanel::makeButtons() {
-    const int width = (panelWidth - 3 * margin) / 2;
-    const auto button = [&](const char* name, const QString& caption, int row, int column, void (FindPanel::*act)()) {
+    const auto button = [this](const char* name, const QString& caption, void (FindPanel::*act)()) {
         auto* made = named(new QPushButton(caption, this), name, QString(caption).remove(QLatin1Char('&')));
-        made->setGeometry(margin + column * (width + margin), rowTop(row), width, rowHeight);
         connect(made, &QPushButton::clicked, this, act);
         return made;
     };
-    Command2 = button("Command2", tr("F&ind"), 3, 0, &FindPanel::Find);
-    Command3 = button("Command3", tr("Find &Next"), 3, 1, &FindPanel::FindNext);
-    replaceButton = button("replaceButton", tr("Re&place"), 4, 0, &FindPanel::Replace);
-    replaceAllButton = button("replaceAllButton", tr("Replace &All"), 4, 1, &FindPanel::ReplaceAll);
+    Command2 = button("Command2", tr("F&ind"), &FindPanel::Find);
+    Command3 = button("Command3", tr("Find &Next"), &FindPanel::FindNext);
+    replaceButton = button("replaceButton", tr("Re&place"), &FindPanel::Replace);
+    replaceAllButton = button("replaceAllButton", tr("Replace &All"), &FindPanel::ReplaceAll);
+}
+
+void FindPanel::layOut() {
+    const int label =
+        std::max({labelWidth, textWidth(*Label1, Label1->text()) + 4, textWidth(*Label2, Label2->text()) + 4});
+    const int wholeWord = std::max(wholeWordWidth, widthOf(*Check1));
+    const int replace = std::max(replaceWidth, widthOf(*Check2));
+    int button = buttonWidth;
+    for (const QPushButton* each : {Command2, Command3, replaceButton, replaceAllButton})
+        button = std::max(button, textWidth(*each, each->text()) + 12);
+    const int close = std::max(closePlace.width(), textWidth(*Command1, Command1->text()) + 5);
+    const int closeHeight = std::max(closePlace.height(), textHeight(*Command1) + 4);
+    const int strip = std::max(stripHeight, closeHeight + stripHeight - closePlace.height());
+    const int row = std::max(rowHeight, textHeight(*this) + 6);
+    const auto top = [&](int number) { return strip + margin + number * (row + betweenRows); };
+    const int width =
+        std::max({label + boxWidth + 2 * margin, wholeWord + replace + margin + 4, 2 * button + 3 * margin});
+    resize(width, top(5));
+
+    Picture2->setGeometry(0, 0, width, strip);
+    const int besideClose = panelSize.width() - closePlace.x() - closePlace.width();
+    Command1->setGeometry(width - besideClose - close, closePlace.y(), close, closeHeight);
+    for (const auto& [name, box, number] : {std::tuple(Label1, Txt_find, 0), std::tuple(Label2, txt_replace, 1)}) {
+        name->setGeometry(margin, top(number), label, row);
+        box->setGeometry(margin + label, top(number), width - label - 2 * margin, row);
+    }
+    Check1->setGeometry(margin, top(2), wholeWord, row);
+    Check2->setGeometry(margin + wholeWord + 1, top(2), replace, row);
+    button = (width - 3 * margin) / 2;
+    for (const auto& [left, right, number] :
+         {std::tuple(Command2, Command3, 3), std::tuple(replaceButton, replaceAllButton, 4)}) {
+        left->setGeometry(margin, top(number), button, row);
+        right->setGeometry(2 * margin + button, top(number), button, row);
+    }
+}
+
+void FindPanel::changeEvent(QEvent* event) {
+    if (changesRoomOfTexts(*event))
+        layOut();
+    QFrame::changeEvent(event);
 }
 
 void FindPanel::offerReplacing(bool offered) {

@@ -52,6 +52,7 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
@@ -59,6 +60,7 @@ private:
     void makeTitleStrip();
     void makeFields();
     void makeButtons();
+    void layOut();
     void offerReplacing(bool offered);
     void followCursor();
     void findOrGoOn();

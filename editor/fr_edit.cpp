@@ -5,11 +5,14 @@
 #include "editor/FindPanel.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
+#include "platform/widgets/fonts.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
+
+#include <algorithm>
 
 namespace blockhouse {
 namespace {
@@ -43,9 +46,8 @@ void fr_edit::makeControls() {
     List1->setGeometry(designPlace(4440, 600, 2772, 315));
     List1->setModel(blocks_);
     txt_edit = named(new RichTextBox(this), "txt_edit", tr("Text of the file"), designPlace(0, 840, 3732, 3252));
-    // By design the lists reach a little into the text box: they lie above it, and its text begins below them.
-    txt_edit->setTopMargin(Pixels{Combo1->geometry().bottom() + 1 - txt_edit->y()});
     txt_edit->lower();
+    fitRowsToFont();
     Picture1 = named(new PictureBox(this), "Picture1", tr("Status strip"));
     thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"), designPlace(120, 0, 1332, 132));
     FindFrame = new FindPanel(*txt_edit, this);
@@ -71,6 +73,23 @@ void fr_edit::resizeEvent(QResizeEvent*) {
     layOut();
 }
 
+void fr_edit::changeEvent(QEvent* event) {
+    if (changesRoomOfTexts(*event)) {
+        fitRowsToFont();
+        layOut();
+    }
+    QWidget::changeEvent(event);
+}
+
+// The text box keeps its place. By design the lists reach a little into it, and with a large font farther: they lie
+// above it, and its text begins below them.
+void fr_edit::fitRowsToFont() {
+    const int top = std::max(pixelsOf(600), Toolbar1->sizeHint().height());
+    for (DropDownList* list : {Combo1, List1})
+        list->setGeometry(list->x(), top, list->width(), std::max(pixelsOf(315), textHeight(*list) + 6));
+    txt_edit->setTopMargin(Pixels{Combo1->geometry().bottom() + 1 - txt_edit->y()});
+}
+
 // The frame counts as part of the window even while it is maximised and its frame not drawn, so that the text box
 // keeps its distance from the window's edges.
 QSize fr_edit::outerSize() const {
@@ -87,7 +106,7 @@ QSize fr_edit::outerSize() const {
 void fr_edit::layOut() {
     const Twips width = toTwips(Pixels{outerSize().width()});
     const Twips height = toTwips(Pixels{outerSize().height()});
-    Toolbar1->setGeometry(0, 0, this->width(), pixelsOf(600));
+    Toolbar1->setGeometry(0, 0, this->width(), Combo1->y());
     Picture1->setGeometry(0, this->height() - pixelsOf(132), this->width(), pixelsOf(132));
 
     // A control that cannot take its size ends the layout, so that none gets a size that no longer fits the others.

@@ -81,6 +81,7 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -90,6 +91,7 @@ private:
     void makeMenus();
     QAction* addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
                         void (fr_edit::*act)());
+    void fitRowsToFont();
     void layOut();
     [[nodiscard]] QSize outerSize() const;
 

@@ -1,6 +1,7 @@
 #include "findref/Form1.h"
 
 #include "platform/widgets/controls.h"
+#include "platform/widgets/fonts.h"
 #include "platform/widgets/screen_room.h"
 
 #include <QCloseEvent>
@@ -45,9 +46,18 @@ void Form1::closeEvent(QCloseEvent* event) {
     Q_EMIT closed();
 }
 
+void Form1::changeEvent(QEvent* event) {
+    if (changesRoomOfTexts(*event)) {
+        Label1->adjustSize();
+        layOut();
+    }
+    QWidget::changeEvent(event);
+}
+
 void Form1::layOut() {
-    RichTextBox1->setGeometry(margin, boxTop, std::max(width() - margin - rightMargin, 0),
-                              std::max(height() - boxTop - margin, 0));
+    const int top = std::max(boxTop, Label1->height());
+    RichTextBox1->setGeometry(margin, top, std::max(width() - margin - rightMargin, 0),
+                              std::max(height() - top - margin, 0));
 }
 
 void Form1::showLength() {

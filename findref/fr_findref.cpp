@@ -34,7 +34,7 @@ fr_findref::fr_findref(const EntryList& Dirs, ProgressPainter drawProgress)
     setWindowTitle(tr("Find Refrence"));
     setAccessibleName(tr("Find Refrence"));
     makeControls();
-    resize(designSize);
+    resize(sizeHint());
 }
 
 fr_findref::~fr_findref() = default;
@@ -63,23 +63,48 @@ void fr_findref::makeControls() {
     }
 }
 
+// The design sizes, or what the texts in them need.
+int fr_findref::barHeight() const {
+    return std::max(pixelsOf(252), textHeight(*Label1) + 2);
+}
+
+int fr_findref::rowHeight() const {
+    return std::max(pixelsOf(372), textHeight(*Text1) + 8);
+}
+
+int fr_findref::buttonWidth() const {
+    return std::max(pixelsOf(1332), textWidth(*command1, command1->text()) + 24);
+}
+
 QSize fr_findref::sizeHint() const {
-    return designSize;
+    const QSize grown(buttonWidth() - pixelsOf(1332), barHeight() - pixelsOf(252) + rowHeight() - pixelsOf(372));
+    return designSize + grown;
 }
 
 void fr_findref::resizeEvent(QResizeEvent*) {
     layOut();
 }
 
+void fr_findref::changeEvent(QEvent* event) {
+    if (changesRoomOfTexts(*event)) {
+        Label1->adjustSize();
+        layOut();
+    }
+    QWidget::changeEvent(event);
+}
+
 // Taller, the list grows; wider, the list and the text to search for do.
 void fr_findref::layOut() {
-    const int right = width() - designSize.width();
-    const int down = height() - designSize.height();
-    List1->setGeometry(0, 0, std::max(pixelsOf(4692) + right, 0), std::max(pixelsOf(2595) + down, 0));
-    Picture1->setGeometry(0, pixelsOf(2880) + down, pixelsOf(2172), pixelsOf(252));
-    Label1->move(pixelsOf(2280), pixelsOf(2880) + down);
-    command1->setGeometry(pixelsOf(120), pixelsOf(3240) + down, pixelsOf(1332), pixelsOf(372));
-    Text1->setGeometry(pixelsOf(1560), pixelsOf(3240) + down, std::max(pixelsOf(1932) + right, 0), pixelsOf(372));
+    const int right = width() - sizeHint().width();
+    const int down = height() - sizeHint().height();
+    const int bar = pixelsOf(2880) + down;
+    const int row = bar + barHeight() + pixelsOf(3240 - 2880 - 252);
+    const int text = pixelsOf(1560 - 1332) + buttonWidth();
+    List1->setGeometry(0, 0, std::max(width() - pixelsOf(5025 - 4692), 0), std::max(pixelsOf(2595) + down, 0));
+    Picture1->setGeometry(0, bar, pixelsOf(2172), barHeight());
+    Label1->move(pixelsOf(2280), bar);
+    command1->setGeometry(pixelsOf(120), row, buttonWidth(), rowHeight());
+    Text1->setGeometry(text, row, std::max(pixelsOf(1932) + right, 0), rowHeight());
 }
 
 void fr_findref::present() {

@@ -58,6 +58,7 @@ Q_SIGNALS:
     void closed();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -65,6 +66,9 @@ protected:
 private:
     void makeControls();
     void layOut();
+    [[nodiscard]] int barHeight() const;
+    [[nodiscard]] int rowHeight() const;
+    [[nodiscard]] int buttonWidth() const;
 
     // Gives up the search that is under way for the new one.
     void search();

@@ -67,12 +67,14 @@ Q_SIGNALS:
     void closed();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     [[nodiscard]] QMenuBar* makeMenus();
     [[nodiscard]] QWidget* makeControls();
     void makeLog(QWidget* inside);
+    void fitToFont();
     void startAtSizeFor(const QScrollArea& room);
     void open();
 

@@ -19,6 +19,8 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace blockhouse {
 namespace {
 
@@ -61,9 +63,9 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     room->setWidget(makeControls());
     column->addWidget(room, 1);
     Picture2 = named(new Strip(this), "Picture2", tr("Status"));
-    Picture2->setFixedHeight(stripHeight);
     column->addWidget(Picture2);
     Label2 = named(new QLabel(Picture2), "Label2", tr("Pointer coordinates"));
+    fitToFont();
     startAtSizeFor(*room);
 
     connect(Combo1, &DropDownList::chosen, this, &Form2::chooseSide);
@@ -71,6 +73,23 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     connect(Picture1, &Canvas::pressed, this, &Form2::press);
     connect(Picture1, &Canvas::moved, this, &Form2::move);
     connect(Picture1, &Canvas::released, this, &Form2::release);
+}
+
+void Form2::changeEvent(QEvent* event) {
+    if (changesRoomOfTexts(*event))
+        fitToFont();
+    QWidget::changeEvent(event);
+}
+
+// What has a text of the desktop's font is larger than by design where the font is too large for it.
+void Form2::fitToFont() {
+    Label2->adjustSize();
+    Picture2->setFixedHeight(std::max(stripHeight, textHeight(*Label2) + 1));
+    QRect log = designPlace(240, 240, 5655, 3615);
+    log.setTop(std::max(log.top(), textHeight(*Frame1) + 2)); // below the frame's caption
+    log1->setGeometry(log);
+    const int close = std::max(pixelsOf(255), textWidth(*Command1, Command1->text()) + 6);
+    Command1->setGeometry(pixelsOf(6000), log.top(), close, close);
 }
 
 void Form2::startAtSizeFor(const QScrollArea& room) {
@@ -144,11 +163,9 @@ void Form2::makeLog(QWidget* inside) {
     Frame1->setAutoFillBackground(true);
     Frame1->hide();
     log1 = named(new QPlainTextEdit(Frame1), "log1", tr("Written lines"));
-    log1->setGeometry(designPlace(240, 240, 5655, 3615));
     log1->setTabChangesFocus(true);
     log1->setUndoRedoEnabled(false);
     Command1 = named(new QPushButton(QStringLiteral("x"), Frame1), "Command1", tr("Hide the log"));
-    Command1->setGeometry(designPlace(6000, 240, 255, 255));
     connect(Command1, &QPushButton::clicked, Frame1, &QWidget::hide);
     const auto* leaving = new QShortcut(QKeySequence(Qt::Key_Escape), Frame1, nullptr, nullptr, Qt::WindowShortcut);
     connect(leaving, &QShortcut::activated, Frame1, &QWidget::hide);

@@ -59,9 +59,9 @@ void RichTextBox::setUpView() {
 
 void RichTextBox::setTopMargin(Pixels height) {
     setViewportMargins(0, height.value, 0, 0);
-    auto* besideScrollBar = new QWidget(this);
-    besideScrollBar->setFixedHeight(height.value);
-    addScrollBarWidget(besideScrollBar, Qt::AlignTop);
+    if (scrollBarWidgets(Qt::AlignTop).isEmpty())
+        addScrollBarWidget(new QWidget(this), Qt::AlignTop);
+    scrollBarWidgets(Qt::AlignTop).first()->setFixedHeight(height.value);
 }
 
 void RichTextBox::listenForEdits(bool on) {

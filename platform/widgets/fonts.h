@@ -1,6 +1,8 @@
-// The fonts that windows ask for by design.
+// The fonts that windows ask for by design, and the room that texts take in a control's font: what has a design size
+// grows where the desktop's font is too large for it.
 #pragma once
 
+#include <QEvent>
 #include <QFont>
 #include <QWidget>
 
@@ -19,6 +21,21 @@ inline void useSmallLetters(QWidget& control) {
     QFont small = control.font();
     small.setPixelSize(11);
     control.setFont(small);
+}
+
+// After it, texts take another room.
+[[nodiscard]] inline bool changesRoomOfTexts(const QEvent& event) {
+    return event.type() == QEvent::FontChange || event.type() == QEvent::StyleChange;
+}
+
+// The height of a line.
+[[nodiscard]] inline int textHeight(const QWidget& control) {
+    return control.fontMetrics().height();
+}
+
+// How far one line reaches from where it begins. A "&" is no letter of it.
+[[nodiscard]] inline int textWidth(const QWidget& control, const QString& text) {
+    return control.fontMetrics().tightBoundingRect(QString(text).remove(QLatin1Char('&'))).right() + 1;
 }
 
 } // namespace blockhouse

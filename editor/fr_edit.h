@@ -16,6 +16,7 @@
 #include <QToolBar>
 #include <QWidget>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -40,7 +41,7 @@ public:
     // read (the user has been told then). Until it returns nothing can be typed, pasted, cut or saved.
     bool Openfile(const std::string& Txt_path, TextPosition Startout = notFound);
 
-    // Colours the block keywords and comments of the whole text. Serves events.
+    // Colours the block keywords and comments of the whole text. Serves events. Does nothing while a file is opened.
     void FormatBox();
 
     // 0-based index of the first entry of the block list equal to `what` ignoring case, or -1.
@@ -95,12 +96,14 @@ private:
     void layOut();
     [[nodiscard]] QSize outerSize() const;
 
-    [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, TextPosition startout);
+    // `unreadable` tells the cause if the file could not be read.
+    [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, TextPosition startout,
+                                                 const std::shared_ptr<std::optional<FileError>>& unreadable);
     enum class TextToFormat { InTheBox, OfTheFile };
     [[nodiscard]] LongWork::Steps stepsOfFormatting(TextToFormat text);
     // Serves events.
     void progress(double value, double maximum);
-    [[nodiscard]] LongWork::Then readFile(const std::string& path);
+    [[nodiscard]] LongWork::Then readFile(const std::string& path, std::optional<FileError>& unreadable);
     void announce(const std::string& path);
     void refuse(const FileError& error);
     void listBlocks(std::vector<BlockEntry> blocks, TextPosition startout);

@@ -89,20 +89,20 @@ void fr_edit::copySelection() {
 }
 
 void fr_edit::cutSelection() {
-    if (!work_.isRunning())
-        txt_edit->cut();
+    txt_edit->cut();
 }
 
 void fr_edit::pasteOverSelection() {
-    if (!work_.isRunning())
-        txt_edit->paste();
+    txt_edit->paste();
 }
 
 void fr_edit::countCharacters() {
+    txt_edit->endComposition();
     host_.countCharacters(txt_edit->text());
 }
 
 void fr_edit::findReferences() {
+    txt_edit->endComposition();
     const std::optional<std::string_view> ascii = txt_edit->asciiText();
     const std::string decoded = ascii ? std::string() : txt_edit->text();
     // The menu that was used is this window's, and the toolkit goes on with it after the search.

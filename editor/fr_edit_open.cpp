@@ -39,17 +39,29 @@ constexpr double progressAfter(HeaderKind kind) {
 } // namespace
 
 bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
-    return work_.run(stepsOfOpening(Txt_path, Startout), LongWork::Pointer::Hourglass) == LongWork::Outcome::Finished;
+    const auto unreadable = std::make_shared<std::optional<FileError>>();
+    txt_edit->setReadOnly(true);
+    const LongWork::Outcome outcome =
+        work_.run(stepsOfOpening(Txt_path, Startout, unreadable), LongWork::Pointer::Hourglass);
+    if (*unreadable) {
+        refuse(**unreadable);
+        return false;
+    }
+    if (outcome != LongWork::Outcome::Finished)
+        return false;
+    txt_edit->setReadOnly(false);
+    return true;
 }
 
-LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition startout) {
+LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition startout,
+                                        const std::shared_ptr<std::optional<FileError>>& unreadable) {
     using Then = LongWork::Then;
     LongWork::Steps steps;
     steps.emplace_back([this] {
         progress(1, 10);
         return Then::NextStep;
     });
-    steps.emplace_back([this, path] { return readFile(path); });
+    steps.emplace_back([this, path, unreadable] { return readFile(path, *unreadable); });
     steps.emplace_back([this, path] {
         announce(path);
         return Then::NextStep;
@@ -81,12 +93,12 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition st
     return steps;
 }
 
-LongWork::Then fr_edit::readFile(const std::string& path) {
+LongWork::Then fr_edit::readFile(const std::string& path, std::optional<FileError>& unreadable) {
     (parentWidget() ? parentWidget() : this)->show();
     Filepath = path;
     Result<std::string> file = readWholeFile(path, largestDocument);
     if (!file) {
-        refuse(file.error());
+        unreadable = file.error();
         return LongWork::Then::End;
     }
     Filetext = std::move(file).value();
@@ -130,11 +142,12 @@ int fr_edit::blockToSelect(TextPosition startout) const {
 }
 
 void fr_edit::FormatBox() {
-    work_.run(stepsOfFormatting(TextToFormat::InTheBox), LongWork::Pointer::Hourglass);
+    if (!work_.isRunning()) // opening a file does it anyway
+        work_.run(stepsOfFormatting(TextToFormat::InTheBox), LongWork::Pointer::Hourglass);
 }
 
-// One lock for all of it: in between, the window would show the text without colours, or without its comments'. What
-// changes before the window is locked would be painted in any case.
+// One lock for all of it: in between, the window would show the text without colours, or without its comments'. The
+// text is set after the lock is taken, since what changed before would be painted all the same.
 LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
     using Then = LongWork::Then;
 

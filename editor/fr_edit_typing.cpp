@@ -65,8 +65,8 @@ struct Overloaded : Handlers... {
 } // namespace
 
 bool fr_edit::assistTyping(const QKeyEvent& event) {
-    if (work_.isRunning())
-        return true;
+    if (txt_edit->isReadOnly())
+        return false;
     const TextRange selection{txt_edit->selStart().value, txt_edit->selLength()};
     const KeyAnswer answer = typing_.keyPressed(keyOf(event), selection, BoxText(*txt_edit));
     for (const TextBoxAction& action : answer.actions)

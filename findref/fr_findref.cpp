@@ -176,10 +176,12 @@ void fr_findref::openHit(const QModelIndex& hit) {
 }
 
 void fr_findref::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         search_.abandon();
-    else
+        showHits();
+    } else {
         QWidget::keyPressEvent(event);
+    }
 }
 
 void fr_findref::closeEvent(QCloseEvent* event) {

@@ -56,7 +56,7 @@ Fr_main::Fr_main(EntryList& Dirs, ApplicationFolder files)
     makeMenus();
     connect(picPlane->tree(), &DirectoryView::picked, this, &Fr_main::openSelectedFile);
     connect(picPlane, &ExplorerPanel::closeWanted, this, [this] { setExplorerVisible(false); });
-    front_ = std::make_unique<FrontWindow>(FrontWindow::House{*this, *mdiArea_, *Toolbar1, *Tree1}, ownMenus_);
+    front_ = std::make_unique<FrontWindow>(FrontWindow::Surroundings{*this, *mdiArea_, *Toolbar1, *Tree1}, ownMenus_);
     makeKeys();
 }
 
@@ -150,7 +150,7 @@ void Fr_main::setExplorerVisible(bool visible) {
 
 void Fr_main::openSelectedFile() {
     const QModelIndexList selected = Tree1->selectionModel()->selectedIndexes();
-    // Directories are not opened, those without files neither.
+    // Directories are not opened, not even empty ones.
     if (selected.isEmpty() || !selected.first().parent().isValid())
         return;
     const std::string path = picPlane->model().keyOf(selected.first());

@@ -30,9 +30,10 @@ QMdiSubWindow* frameAround(QWidget& window) {
 
 } // namespace
 
-FrontWindow::FrontWindow(const House& house, QList<QAction*> ownMenus) : house_(house), ownMenus_(std::move(ownMenus)) {
-    connect(&house_.area, &QMdiArea::subWindowActivated, this, &FrontWindow::onActivated);
-    connect(&house_.bar, &WindowBar::broughtUp, this, [this](WindowHandle window) {
+FrontWindow::FrontWindow(const Surroundings& surroundings, QList<QAction*> ownMenus)
+    : surroundings_(surroundings), ownMenus_(std::move(ownMenus)) {
+    connect(&surroundings_.area, &QMdiArea::subWindowActivated, this, &FrontWindow::onActivated);
+    connect(&surroundings_.bar, &WindowBar::broughtUp, this, [this](WindowHandle window) {
         QWidget* widget = windowOf(window);
         QMdiSubWindow* shown = widget ? frameAround(*widget) : nullptr;
         if (canBeSeen(shown)) {
@@ -40,7 +41,7 @@ FrontWindow::FrontWindow(const House& house, QList<QAction*> ownMenus) : house_(
             giveKeyboardTo(shown);
         }
     });
-    connect(&house_.bar, &WindowBar::minimised, this, &FrontWindow::settle);
+    connect(&surroundings_.bar, &WindowBar::minimised, this, &FrontWindow::settle);
     showMenus();
 }
 
@@ -65,16 +66,17 @@ void FrontWindow::bringUp(QWidget& window) {
 void FrontWindow::addToBar(WindowHandle window, const QString& caption) {
     QWidget* widget = windowOf(window);
     const QMdiSubWindow* opened = widget ? frameAround(*widget) : nullptr;
-    if (opened && opened == frame())
-        house_.bar.addWindow(window, caption);
+    const bool anotherIsInFront = frame() && frame() != opened;
+    if (anotherIsInFront && surroundings_.bar.hasButton(handleOf(frame()->widget())))
+        surroundings_.bar.addMinimised(window, caption);
     else
-        house_.bar.addMinimised(window, caption);
+        surroundings_.bar.addWindow(window, caption);
     settle();
 }
 
 void FrontWindow::bringUpAlone(QMdiSubWindow& frame) {
     const WindowHandle window = frame.widget() ? handleOf(frame.widget()) : 0;
-    if (!frame.isMinimized() || !house_.bar.bringUp(window))
+    if (!frame.isMinimized() || !surroundings_.bar.bringUp(window))
         bringUp(frame);
 }
 
@@ -95,7 +97,7 @@ void FrontWindow::watch(QMdiSubWindow* frame) {
             });
     connect(frame, &QObject::destroyed, this, [this, frame] {
         lastUsed_.removeOne(frame);
-        walked_.removeOne(frame);
+        forgetInWalk(frame);
         settleSoon();
     });
 }
@@ -134,7 +136,7 @@ void FrontWindow::onActivated(QMdiSubWindow* frame) {
 void FrontWindow::settleSoon() {
     if (std::exchange(settlesSoon_, true))
         return;
-    // The toolkit is in the middle of something, and goes on with the window.
+    // Qt is still handling this event and goes on using the window afterwards.
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -146,10 +148,15 @@ void FrontWindow::settleSoon() {
 
 void FrontWindow::settle() {
     QMdiSubWindow* wanted = canBeSeen(front_) ? front_.data() : topmostVisible();
-    const bool isLost = keyboardIsNowhere() || (keyboardIsIn(house_.area) && !(wanted && keyboardIsIn(*wanted)));
+    const bool isLost = keyboardIsNowhere() || (keyboardIsIn(surroundings_.area) && !(wanted && keyboardIsIn(*wanted)));
+    QWidget* keyboard = surroundings_.mainWindow.focusWidget();
     makeFront(wanted);
-    if (!isLost)
+    if (!isLost) {
+        // Activating a window moves the keyboard into it.
+        if (surroundings_.mainWindow.focusWidget() != keyboard)
+            keyboard->setFocus(Qt::OtherFocusReason);
         return;
+    }
     if (wanted)
         giveKeyboardTo(wanted);
     else
@@ -160,16 +167,16 @@ void FrontWindow::makeFront(QMdiSubWindow* frame) {
     front_ = frame;
     if (frame) {
         watch(frame);
-        if (walked_.isEmpty() && lastUsed_.first() != frame)
+        if (!isWalking_ && lastUsed_.first() != frame)
             lastUsed_.move(lastUsed_.indexOf(frame), 0);
     }
-    if (house_.area.activeSubWindow() != frame)
-        house_.area.setActiveSubWindow(frame);
+    if (surroundings_.area.activeSubWindow() != frame)
+        surroundings_.area.setActiveSubWindow(frame);
     showMenus();
 }
 
 QMdiSubWindow* FrontWindow::topmostVisible() const {
-    const QList<QMdiSubWindow*> frames = house_.area.subWindowList(QMdiArea::StackingOrder);
+    const QList<QMdiSubWindow*> frames = surroundings_.area.subWindowList(QMdiArea::StackingOrder);
     const auto found = std::find_if(frames.rbegin(), frames.rend(), canBeSeen);
     return found == frames.rend() ? nullptr : *found;
 }
@@ -181,7 +188,7 @@ void FrontWindow::showMenus() {
         for (const QMenu* menu : source->menus())
             wanted.append(menu->menuAction());
     }
-    QMenuBar* menus = house_.mainWindow.menuBar();
+    QMenuBar* menus = surroundings_.mainWindow.menuBar();
     if (menus->actions() == wanted)
         return;
     menus->clear();
@@ -191,13 +198,13 @@ void FrontWindow::showMenus() {
 // --- The keyboard -----------------------------------------------------------------------------------------------
 
 bool FrontWindow::keyboardIsIn(const QWidget& widget) const {
-    const QWidget* focus = house_.mainWindow.focusWidget();
+    const QWidget* focus = surroundings_.mainWindow.focusWidget();
     return focus && (focus == &widget || widget.isAncestorOf(focus));
 }
 
 bool FrontWindow::keyboardIsNowhere() const {
-    const QWidget* focus = house_.mainWindow.focusWidget();
-    return !focus || focus == &house_.mainWindow || !focus->isVisibleTo(&house_.mainWindow);
+    const QWidget* focus = surroundings_.mainWindow.focusWidget();
+    return !focus || focus == &surroundings_.mainWindow || !focus->isVisibleTo(&surroundings_.mainWindow);
 }
 
 void FrontWindow::giveKeyboardTo(QMdiSubWindow* frame) {
@@ -206,10 +213,10 @@ void FrontWindow::giveKeyboardTo(QMdiSubWindow* frame) {
 }
 
 void FrontWindow::giveKeyboardToTree() {
-    if (house_.tree.isVisibleTo(&house_.mainWindow))
-        house_.tree.setFocus(Qt::OtherFocusReason);
+    if (surroundings_.tree.isVisibleTo(&surroundings_.mainWindow))
+        surroundings_.tree.setFocus(Qt::OtherFocusReason);
     else
-        house_.area.setFocus(Qt::OtherFocusReason);
+        surroundings_.area.setFocus(Qt::OtherFocusReason);
 }
 
 void FrontWindow::leave(const QWidget& panel) {
@@ -218,17 +225,17 @@ void FrontWindow::leave(const QWidget& panel) {
     if (QMdiSubWindow* front = frame())
         giveKeyboardTo(front);
     else
-        house_.area.setFocus(Qt::OtherFocusReason);
+        surroundings_.area.setFocus(Qt::OtherFocusReason);
 }
 
 void FrontWindow::goAround() {
-    const bool isInTree = keyboardIsIn(house_.tree);
-    const bool isInBar = keyboardIsIn(house_.bar);
+    const bool isInTree = keyboardIsIn(surroundings_.tree);
+    const bool isInBar = keyboardIsIn(surroundings_.bar);
     if (isInTree && frame())
         return giveKeyboardTo(frame());
-    if (!isInBar && house_.bar.takeKeyboard())
+    if (!isInBar && surroundings_.bar.takeKeyboard())
         return;
-    if (!isInTree && house_.tree.isVisibleTo(&house_.mainWindow))
+    if (!isInTree && surroundings_.tree.isVisibleTo(&surroundings_.mainWindow))
         return giveKeyboardToTree();
     if (frame())
         giveKeyboardTo(frame());
@@ -237,30 +244,38 @@ void FrontWindow::goAround() {
 // --- Walking through the windows --------------------------------------------------------------------------------
 
 void FrontWindow::walk(int step) {
-    if (walked_.isEmpty())
+    if (!isWalking_)
         beginWalk();
-    if (walked_.isEmpty())
-        return;
     const qsizetype count = walked_.size();
-    // From no window at all, both ways begin at the end they lead to.
-    walkedTo_ = walkedTo_ < 0 && step < 0 ? count - 1 : (walkedTo_ + step + count) % count;
-    bringUpAlone(*walked_.at(walkedTo_));
+    for (qsizetype tries = 0; tries < count; ++tries) {
+        // From no window at all, both ways begin at the end they lead to.
+        walkedTo_ = walkedTo_ < 0 && step < 0 ? count - 1 : (walkedTo_ + step + count) % count;
+        if (!walked_.at(walkedTo_)->isHidden())
+            return bringUpAlone(*walked_.at(walkedTo_));
+    }
 }
 
 void FrontWindow::beginWalk() {
-    for (QMdiSubWindow* frame : std::as_const(lastUsed_))
-        if (!frame->isHidden())
-            walked_.append(frame);
-    if (walked_.isEmpty())
-        return;
+    isWalking_ = true;
+    walked_ = lastUsed_;
     const bool startsAtFront = frame() && walked_.first() == frame();
     walkedTo_ = startsAtFront ? 0 : -1;
     qApp->installEventFilter(this); // for the key's release
 }
 
-void FrontWindow::endWalk() {
-    if (walked_.isEmpty())
+void FrontWindow::forgetInWalk(QMdiSubWindow* frame) {
+    const qsizetype at = walked_.indexOf(frame);
+    if (at < 0)
         return;
+    walked_.removeAt(at);
+    if (at <= walkedTo_)
+        --walkedTo_;
+}
+
+void FrontWindow::endWalk() {
+    if (!isWalking_)
+        return;
+    isWalking_ = false;
     qApp->removeEventFilter(this);
     walked_.clear();
     if (front_)
@@ -268,7 +283,7 @@ void FrontWindow::endWalk() {
 }
 
 void FrontWindow::bringUpButton(int index) {
-    QWidget* window = house_.bar.windowOfButton(index);
+    QWidget* window = surroundings_.bar.windowOfButton(index);
     if (QMdiSubWindow* frame = window ? frameAround(*window) : nullptr)
         bringUpAlone(*frame);
 }

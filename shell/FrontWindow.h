@@ -24,8 +24,8 @@ class FrontWindow : public QObject {
     Q_OBJECT
 
 public:
-    // What it keeps in order; all of it must outlive it.
-    struct House {
+    // The widgets it coordinates; they must outlive it.
+    struct Surroundings {
         QMainWindow& mainWindow;
         QMdiArea& area;
         WindowBar& bar;
@@ -33,7 +33,7 @@ public:
     };
 
     // `ownMenus` stand in the menu bar while the front window brings no menus.
-    FrontWindow(const House& house, QList<QAction*> ownMenus);
+    FrontWindow(const Surroundings& surroundings, QList<QAction*> ownMenus);
 
     // Null when no child window can be seen.
     [[nodiscard]] QMdiSubWindow* frame() const;
@@ -42,8 +42,9 @@ public:
     // asked for just now, never for what ends in the background.
     void bringUp(QWidget& window);
 
-    // An editor window is open and gets its button. It stays in front if it still is there; if another window was
-    // brought up while its file was read, it goes behind that one.
+    // An editor window gets its button when its file has been read. The button is pressed and the other editors are
+    // minimised; but if another editor was brought up while the file was read, this one is minimised instead. Either
+    // way the keyboard stays where it is.
     void addToBar(WindowHandle window, const QString& caption);
 
     // As its button does for a minimised window: the window is shown maximised, alone. A child window without a button
@@ -78,14 +79,16 @@ private:
     [[nodiscard]] bool keyboardIsNowhere() const;
     void showMenus();
     void beginWalk();
+    void forgetInWalk(QMdiSubWindow* frame);
     void endWalk();
 
-    const House house_;
+    const Surroundings surroundings_;
     const QList<QAction*> ownMenus_;
     QPointer<QMdiSubWindow> front_;
     QList<QMdiSubWindow*> lastUsed_; // the child windows, the one used last first
-    QList<QMdiSubWindow*> walked_;   // lastUsed_ as it was when the walk began; empty when there is none
-    qsizetype walkedTo_ = 0;
+    bool isWalking_ = false;         // from the first step to the release of Ctrl
+    QList<QMdiSubWindow*> walked_;   // lastUsed_ as it was when the walk began
+    qsizetype walkedTo_ = 0;         // index of the window reached, -1 before the first
     bool settlesSoon_ = false;
 };
 

@@ -124,6 +124,7 @@ bool WindowBar::bringUp(WindowHandle window) {
 void WindowBar::bringUp(QAction* button) {
     ShowWindow(windowBehind(button), ShowCommand::Maximise);
     pressOnly(button);
+    Q_EMIT broughtUp(windowBehind(button));
 }
 
 QWidget* WindowBar::windowOfButton(int index) const {
@@ -132,12 +133,13 @@ QWidget* WindowBar::windowOfButton(int index) const {
 }
 
 bool WindowBar::takeKeyboard() {
-    const QList<QAction*> buttons = actions();
-    if (buttons.isEmpty())
+    QList<QAction*> shown = actions();
+    shown.removeIf([](const QAction* button) { return !button->isVisible(); });
+    if (shown.isEmpty())
         return false;
     const auto pressed =
-        std::find_if(buttons.begin(), buttons.end(), [](QAction* button) { return button->isChecked(); });
-    widgetForAction(pressed == buttons.end() ? buttons.first() : *pressed)->setFocus(Qt::TabFocusReason);
+        std::find_if(shown.begin(), shown.end(), [](const QAction* button) { return button->isChecked(); });
+    widgetForAction(pressed == shown.end() ? shown.first() : *pressed)->setFocus(Qt::TabFocusReason);
     return true;
 }
 
@@ -151,7 +153,6 @@ void WindowBar::pressOnly(QAction* button) {
         ShowWindow(windowBehind(other), ShowCommand::Minimise);
     }
     fit();
-    Q_EMIT broughtUp(windowBehind(button));
 }
 
 QAction* WindowBar::buttonOf(WindowHandle window) const {
@@ -241,10 +242,10 @@ void WindowBar::fit() {
         firstShown_ = std::clamp(firstShown_, at - shown + 1, at);
     }
     firstShown_ = std::clamp(firstShown_, 0, count - shown);
-    showStretch(firstShown_, shown);
+    showRange(firstShown_, shown);
 }
 
-void WindowBar::showStretch(int first, int count) {
+void WindowBar::showRange(int first, int count) {
     const QList<QAction*> buttons = actions();
     for (int i = 0; i < buttons.size(); ++i)
         buttons.at(i)->setVisible(i >= first && i < first + count);

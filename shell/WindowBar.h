@@ -12,7 +12,7 @@ namespace blockhouse {
 // One button for each editor window, in the order in which they were opened. A button is pressed while its window is
 // the one that the bar brought up last. Its property "key" is the letter "a" followed by the window's handle.
 //
-// Where there is not room enough, captions are shortened on the screen. Where that is not enough either, a stretch of
+// Where there is not room enough, captions are shortened on the screen. Where that is not enough either, a range of
 // the buttons is shown that holds the pressed one, and a menu at the right end lists them all.
 class WindowBar : public QToolBar {
     Q_OBJECT
@@ -20,11 +20,14 @@ class WindowBar : public QToolBar {
 public:
     explicit WindowBar(QWidget* parent);
 
-    // A new pressed button at the end; all others are released, their windows minimised, and its own window is brought
-    // up. For a window that has a button already, that one is meant.
+    // A new pressed button at the end; all others are released and their windows minimised. For a window that has a
+    // button already, that one is meant.
     void addWindow(WindowHandle window, const QString& caption);
-    // A new released button at the end; the window is minimised.
+    // A new released button at the end; the window is minimised, since another one came up before it.
     void addMinimised(WindowHandle window, const QString& caption);
+
+    [[nodiscard]] bool hasButton(WindowHandle window) const { return buttonOf(window) != nullptr; }
+
     // Does nothing when the window has no button.
     void removeWindow(WindowHandle window);
 
@@ -58,7 +61,7 @@ private:
 
     // Gives the buttons the room there is.
     void fit();
-    void showStretch(int first, int count);
+    void showRange(int first, int count);
     void setButtonWidth(QAction* button, int width);
     [[nodiscard]] int naturalWidth(QAction* button) const;
     [[nodiscard]] int room() const;
@@ -66,7 +69,7 @@ private:
     int buttonHeight_ = 0;
     QToolButton* more_;
     QMenu* windows_;     // of more_
-    int firstShown_ = 0; // of the stretch that is shown
+    int firstShown_ = 0; // of the range that is shown
 };
 
 } // namespace blockhouse

@@ -142,6 +142,8 @@ void RichTextBox::setRtf(std::string_view source) {
 }
 
 void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText) {
+    const bool wasReadOnly = isReadOnly();
+    setReadOnly(false);
     listenForEdits(false);
     engine_.tell(SCI_SETUNDOCOLLECTION, 0);
     if (!isTheText)
@@ -151,6 +153,7 @@ void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> r
     engine_.tell(SCI_EMPTYUNDOBUFFER);
     engine_.tell(SCI_SETSAVEPOINT);
     listenForEdits(true);
+    setReadOnly(wasReadOnly);
 
     editStyles_.clear();
     typing_.forget();
@@ -162,6 +165,14 @@ void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> r
     engine_.tell(SCI_SETXOFFSET, 0);
     textChanged_ = true;
     settleEdit();
+}
+
+void RichTextBox::setReadOnly(bool on) {
+    engine_.tell(SCI_SETREADONLY, on);
+}
+
+bool RichTextBox::isReadOnly() const {
+    return engine_.ask(SCI_GETREADONLY) != 0;
 }
 
 void RichTextBox::replaceDocument(std::string_view bytes) {

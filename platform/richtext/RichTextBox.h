@@ -106,6 +106,10 @@ public:
     [[nodiscard]] Position positionAt(QPoint point) const;
     void scrollIntoView(Position start, Position end);
 
+    // Read-only, the text changes only as a whole, by setText() and its like.
+    void setReadOnly(bool on);
+    [[nodiscard]] bool isReadOnly() const;
+
     // --- Editing ----------------------------------------------------------------------------------------------
     void undo();
     void redo();

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QWidget>
 
 #include <optional>
@@ -14,8 +15,8 @@
 namespace blockhouse {
 namespace {
 
-// What is closed, and deleted by that, when a widget goes away: the frame around a child window, or a top-level window.
-QWidget* closedWith(QWidget& widget) {
+// The widget whose closing closes this one: the frame around its child window, or its top-level window.
+QWidget* closingAncestor(QWidget& widget) {
     QWidget* window = &widget;
     while (!window->isWindow() && !qobject_cast<QMdiSubWindow*>(window))
         window = window->parentWidget();
@@ -27,8 +28,8 @@ QWidget* closedWith(QWidget& widget) {
 class HeldWindow : public QObject {
 public:
     explicit HeldWindow(QWidget& widget, std::function<void()> whenClosed = {})
-        : held_(closedWith(widget)), around_(held_->window()), deletes_(held_->testAttribute(Qt::WA_DeleteOnClose)),
-          whenClosed_(std::move(whenClosed)) {
+        : held_(closingAncestor(widget)), around_(held_->window()),
+          deletes_(held_->testAttribute(Qt::WA_DeleteOnClose)), whenClosed_(std::move(whenClosed)) {
         held_->setAttribute(Qt::WA_DeleteOnClose, false);
         held_->installEventFilter(this);
         connect(&widget, &QObject::destroyed, this, &HeldWindow::noteClosed);
@@ -79,9 +80,9 @@ struct LongWork::State {
         Pointer pointer;
     };
 
-    std::optional<Work> wanted; // and not begun
+    std::optional<Work> wanted; // waiting to start
     bool isRunning = false;
-    bool isAbandoned = false; // what is running
+    bool isAbandoned = false; // the work now running
 };
 
 LongWork::LongWork(QWidget& owner) : owner_(owner), state_(std::make_shared<State>()) {}
@@ -97,19 +98,19 @@ LongWork::Outcome LongWork::run(Steps steps, Pointer pointer) {
     if (state->isRunning)
         return Outcome::HandedOver;
     state->isRunning = true;
+    const QScopeGuard ended([state] { state->isRunning = false; });
     Outcome outcome = Outcome::Abandoned;
     const auto giveUp = [state] {
         state->wanted.reset();
         state->isAbandoned = true;
     };
     const HeldWindow held(owner_, giveUp);
-    while (state->wanted) {
+    while (state->wanted && held.isOpen()) {
         const State::Work work = *std::exchange(state->wanted, std::nullopt);
         state->isAbandoned = false;
         outcome = runSteps(work.steps, work.pointer, *state);
     }
-    state->isRunning = false;
-    return outcome;
+    return held.isOpen() ? outcome : Outcome::Abandoned;
 }
 
 LongWork::Outcome LongWork::runSteps(const Steps& steps, Pointer pointer, const State& state) {

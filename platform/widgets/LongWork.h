@@ -1,7 +1,7 @@
-// The one room for interruption. Work that takes longer than a user should wait is cut into steps, and events are
-// served between them. While they are served, the window that works may be closed, the program may end, and the same
-// work may be wanted anew. All of that is dealt with here, so that a step needs no guard: it starts only while its
-// window is open, and its window is not deleted before the work has ended.
+// The only place where long work serves events. Work that takes longer than a user should wait is cut into steps, and
+// events are served between them. While they are served, the window that works may be closed, the program may end, and
+// the same work may be started again. All of that is handled here, so that a step needs no guard: it starts only while
+// its window is open, and its window is not deleted before the work has ended.
 #pragma once
 
 #include <functional>

@@ -24,7 +24,13 @@ QWidget* dialogParent(QWidget* window) {
 template <typename Answer>
 Answered<Answer> ask(QWidget& window, const std::function<Answer(QWidget* parent)>& dialog) {
     Answered<Answer> answer;
-    if (!stillOpenAfter(window, [&] { answer = dialog(dialogParent(&window)); }))
+    QWidget* parent = dialogParent(&window);
+    const bool isOpen = stillOpenAfter(window, [&] {
+        // The dialog belongs to its parent, and may be an object of the stack.
+        if (!stillOpenAfter(*parent, [&] { answer = dialog(parent); }))
+            answer.reset();
+    });
+    if (!isOpen)
         answer.reset();
     return answer;
 }

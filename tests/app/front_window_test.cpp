@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 #include <QAction>
+#include <QClipboard>
 #include <QListView>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -131,6 +132,46 @@ TEST_F(FrontWindowOfThree, AFileThatFinishesLoadingTakesNoKeyboardFromALaterOne)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
+}
+
+TEST_F(FrontWindowOfThree, AFileThatFinishesLoadingTakesNoKeyboardFromTheTree) {
+    const EagerYield eager;
+    for (int moment = 1; moment < 12; ++moment) {
+        QTimer ticking;
+        QObject::connect(&ticking, &QTimer::timeout, [&, left = moment]() mutable {
+            if (--left == 0) {
+                ticking.stop();
+                QTest::mouseClick(main().Tree1->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
+                EXPECT_TRUE(main().Tree1->hasFocus());
+            }
+        });
+        ticking.start(0);
+        doubleClick(One);
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(ticking.isActive());
+        EXPECT_TRUE(main().Tree1->hasFocus()) << moment;
+        EXPECT_TRUE(showsEditorMenus());
+        main().mdiArea()->closeAllSubWindows();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+}
+
+TEST_F(FrontWindowOfThree, WhileAFileLoadsNothingIsTypedButTheKeysOfTheWindowsWork) {
+    const EagerYield eager;
+    open(Two);
+    bool pressed = false;
+    QTimer::singleShot(0, [&] {
+        pressed = true;
+        typeX();
+        press(Qt::Key_V, Qt::ControlModifier);
+        press(Qt::Key_F6); // from the text to the bar
+        EXPECT_TRUE(qobject_cast<QToolButton*>(QApplication::focusWidget()));
+    });
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+    const fr_edit* one = open(One);
+    EXPECT_TRUE(pressed);
+    EXPECT_EQ(one->txt_edit->text(), one->Filetext);
 }
 
 TEST_F(FrontWindowOfThree, AFileThatCannotBeOpenedLeavesTheOneThatIsSeenInFront) {
@@ -270,6 +311,27 @@ TEST_F(FrontWindowOfThree, CtrlTabLeadsThroughTheWindowsInTheOrderLastUsed) {
     ASSERT_TRUE(main().Tree1->hasFocus());
     walk(1);
     EXPECT_EQ(whereKeysGo(), "/one.ini with menus");
+}
+
+TEST_F(FrontWindowOfThree, AWindowThatIsClosedOnTheWayIsLeftOut) {
+    open(One);
+    open(Two);
+    const fr_edit* three = open(Three);
+    const auto step = [] {
+        QTest::keyPress(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    step();
+    three->parentWidget()->close();
+    step();
+    QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Control);
+    EXPECT_EQ(whereKeysGo(), "/one.ini with menus") << "the one after the second";
+    step();
+    main().mdiArea()->closeAllSubWindows();
+    step(); // from the tree: there is nowhere to go
+    QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Control);
+    EXPECT_TRUE(main().Tree1->hasFocus());
 }
 
 TEST_F(FrontWindowOfThree, AltWithADigitBringsUpTheBarsWindows) {

@@ -57,14 +57,20 @@ protected:
 
 constexpr int fewestSteps = 8;
 
-TEST_F(Interrupted, AnEditorClosedAfterAnyStepOfOpeningIsGone) {
+// Closes the window itself, or the main window around it.
+class ClosedWith : public Interrupted, public testing::WithParamInterface<bool> {};
+
+INSTANTIATE_TEST_SUITE_P(Itself, ClosedWith, testing::Values(false));
+INSTANTIATE_TEST_SUITE_P(TheMainWindow, ClosedWith, testing::Values(true));
+
+TEST_P(ClosedWith, AnEditorClosedAfterAnyStepOfOpeningIsGone) {
+    const bool closesMain = GetParam();
     int n = 0;
     bool wasInterrupted = true;
     while (wasInterrupted) {
         Program program(temp_.path());
         program.fr_main().show();
         QMdiArea& area = *program.fr_main().mdiArea();
-        bool closesMain = n % 2 == 1;
         QPointer<fr_edit> opened;
         std::string textThen;
         wasInterrupted = interrupt(
@@ -89,14 +95,14 @@ TEST_F(Interrupted, AnEditorClosedAfterAnyStepOfOpeningIsGone) {
     EXPECT_GT(n, fewestSteps);
 }
 
-TEST_F(Interrupted, ASearchWindowClosedAfterAnyStepIsGone) {
+TEST_P(ClosedWith, ASearchWindowClosedAfterAnyStepIsGone) {
+    const bool closesMain = GetParam();
     int n = 0;
     bool wasInterrupted = true;
     while (wasInterrupted) {
         Program program(temp_.path());
         program.fr_main().show();
         QPointer<class fr_findref> window = &program.fr_findref();
-        const bool closesMain = n % 2 == 1;
         int hitsThen = 0;
         wasInterrupted = interrupt(
             ++n, [&] { window->findRef("tower"); },

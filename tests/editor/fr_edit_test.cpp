@@ -251,6 +251,10 @@ TEST_F(FrEdit, ATextIsPaintedOnlyWhenAllOfItHasItsColours) {
 TEST_F(FrEdit, AFileThatCannotBeReadIsToldAndItsWindowGoes) {
     for (const std::string& path : {temp_.path("missing.ini"), temp_.folder("folder"), std::string()}) {
         MessageBoxReader boxes;
+        boxes.onBox = [] {
+            EXPECT_FALSE(QGuiApplication::overrideCursor()) << "nothing is under way while the user reads it";
+            qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept();
+        };
         newEditor();
         editor_->Openfile(path);
         ASSERT_EQ(boxes.messages().size(), 1);

@@ -99,6 +99,11 @@ TEST_F(FindReference, WhatHappensDuringASearchTakesEffectAtOnce) {
     duringSearch_ = [this] { QTest::keyClick(window_->Text1, Qt::Key_Escape); };
     search("tower");
     EXPECT_EQ(hits(), "") << "given up";
+    duringSearch_ = [this] { // at the second file
+        duringSearch_ = [this] { QTest::keyClick(window_->Text1, Qt::Key_Escape); };
+    };
+    search("tower");
+    EXPECT_EQ(hits(), "a.ini :1|a.ini :7|") << "what was found before that stays";
 
     duringSearch_ = [this] {
         temp_.file("two/d.ini", "er");

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QTest>
 
 #include <random>
@@ -276,6 +277,37 @@ TEST(RichTextBox, SettingTheWholeTextCannotBeUndone) {
     box.setRtf(rtf::write("three", {}));
     box.undo();
     EXPECT_EQ(box.text(), "three");
+}
+
+TEST(RichTextBox, ReadOnlyItChangesAsAWholeAlone) {
+    RichTextBox box;
+    box.show();
+    box.setText("one two");
+    box.setSelText("before "); // there is something to undo
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted"));
+    box.setReadOnly(true);
+    select(box, 0, 3);
+    QTest::keyClick(&box, 'x');
+    QTest::keyClick(&box, Qt::Key_Delete);
+    QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
+    box.paste();
+    box.cut();
+    box.undo();
+    box.setSelText("set");
+    const TextRange first{0, 3};
+    box.replaceRanges({&first, 1}, "replaced");
+    QInputMethodEvent committed;
+    committed.setCommitString(QStringLiteral("typed"));
+    QCoreApplication::sendEvent(&box, &committed);
+    EXPECT_EQ(box.text(), "before one two");
+    EXPECT_EQ(colours(box), "..............");
+    box.setText("whole");
+    box.setTextColor({&first, 1}, navy);
+    EXPECT_EQ(colours(box), "nnn..");
+    EXPECT_TRUE(box.isReadOnly());
+    box.setReadOnly(false);
+    QTest::keyClick(&box, 'x');
+    EXPECT_EQ(box.text(), "xwhole");
 }
 
 TEST(RichTextBox, PasteKeepsToTheCodePageAndTheLineEnds) {

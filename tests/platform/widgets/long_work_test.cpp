@@ -152,6 +152,16 @@ TEST_F(LongWorkOfAWindow, GoesOnWithNewerWorkInPlaceOfTheOld) {
     };
     EXPECT_EQ(owner_->work.run({step('a', Then::NextStep, closing)}), Outcome::Abandoned);
     EXPECT_EQ(done_, "a") << "closed, it begins nothing that was asked for before";
+    done_.clear();
+    delete owner_;
+    owner_ = new Owner;
+    owner_->show();
+    const auto closed = [&] {
+        owner_->close();
+        owner_->work.run({step('n')});
+    };
+    EXPECT_EQ(owner_->work.run({step('a', Then::NextStep, closed)}), Outcome::Abandoned);
+    EXPECT_EQ(done_, "a") << "nor afterwards";
 }
 
 TEST_F(LongWorkOfAWindow, AControlOutlivesItsOwnClick) {

@@ -71,6 +71,12 @@ void Fr_main::makeKeys() {
     key(Qt::Key_F6, [this] { front_->goAround(); });
     key(Qt::CTRL | Qt::Key_Tab, [this] { front_->walk(1); });
     key(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { front_->walk(-1); });
+    const QKeySequence close(Qt::CTRL | Qt::Key_F4);
+    if (!QKeySequence::keyBindings(QKeySequence::Close).contains(close)) // else the toolkit's own
+        key(close, [this] {
+            if (QMdiSubWindow* frame = front_->frame())
+                frame->close();
+        });
     for (int button = 0; button < 9; ++button)
         key(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + button), [this, button] { front_->bringUpButton(button); });
 }

@@ -87,14 +87,10 @@ void FrontWindow::watch(QMdiSubWindow* frame) {
         return;
     lastUsed_.prepend(frame);
     frame->installEventFilter(this);
+    // A press on its title bar is for the window inside.
+    frame->setFocusProxy(frame->widget());
     connect(frame, &QMdiSubWindow::windowStateChanged, this,
-            [this, frame](Qt::WindowStates before, Qt::WindowStates now) {
-                if (((before ^ now) & Qt::WindowMinimized) == 0)
-                    return;
-                // Tab would walk into a minimised window.
-                frame->setFocusPolicy(frame->isMinimized() ? Qt::NoFocus : Qt::StrongFocus);
-                settle();
-            });
+            [this, frame](Qt::WindowStates before, Qt::WindowStates now) { onStateChanged(frame, before ^ now); });
     connect(frame, &QObject::destroyed, this, [this, frame] {
         lastUsed_.removeOne(frame);
         forgetInWalk(frame);
@@ -104,8 +100,13 @@ void FrontWindow::watch(QMdiSubWindow* frame) {
 
 bool FrontWindow::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
-    case QEvent::Hide:
     case QEvent::Close:
+        // Closed, it leaves the area before it is hidden.
+        if (watched == front_)
+            front_.clear();
+        settleSoon();
+        break;
+    case QEvent::Hide:
         settleSoon();
         break;
     case QEvent::KeyRelease:
@@ -120,6 +121,21 @@ bool FrontWindow::eventFilter(QObject* watched, QEvent* event) {
         break;
     }
     return QObject::eventFilter(watched, event);
+}
+
+void FrontWindow::onStateChanged(QMdiSubWindow* frame, Qt::WindowStates changed) {
+    if (changed.testFlag(Qt::WindowMinimized)) {
+        // Tab would walk into a minimised window.
+        frame->setFocusPolicy(frame->isMinimized() ? Qt::NoFocus : Qt::StrongFocus);
+        if (!frame->isMinimized()) {
+            makeFront(frame);
+            giveKeyboardTo(frame);
+        }
+        settle();
+    } else if (changed.testFlag(Qt::WindowMaximized) && !frame->isMaximized() && keyboardIsIn(*frame)) {
+        // The toolkit leaves it with whatever control comes first.
+        frame->widget()->setFocus(Qt::OtherFocusReason);
+    }
 }
 
 // None is active also while another program is, or while the main window is hidden: that changes nothing here.

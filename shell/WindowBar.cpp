@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QLayout>
 #include <QMenu>
+#include <QShortcut>
 #include <QStyle>
 #include <QToolButton>
 
@@ -38,6 +39,19 @@ int widestThatFits(std::vector<int> widths, int room) {
         --left;
     }
     return widths.empty() ? 0 : widths.back();
+}
+
+// By itself a tool button takes Space only.
+void takeReturn(QToolButton& button) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        const auto* pressing = new QShortcut(key, &button, nullptr, nullptr, Qt::WidgetShortcut);
+        QObject::connect(pressing, &QShortcut::activated, &button, [&button] {
+            if (button.menu())
+                button.showMenu();
+            else
+                button.click();
+        });
+    }
 }
 
 } // namespace
@@ -72,6 +86,7 @@ void WindowBar::makeMoreButton() {
     more_->setAutoRaise(true);
     more_->setFocusPolicy(Qt::TabFocus);
     more_->hide();
+    takeReturn(*more_);
 }
 
 void WindowBar::listWindows() {
@@ -176,6 +191,7 @@ QAction* WindowBar::makeButton(WindowHandle window, const QString& caption) {
         face->setAccessibleName(caption);
         face->setFixedHeight(buttonHeight_);
         face->setFocusPolicy(Qt::TabFocus);
+        takeReturn(*face);
     }
     return button;
 }

@@ -1,5 +1,6 @@
 #include "platform/widgets/window_handles.h"
 
+#include <QGuiApplication>
 #include <QHash>
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -69,6 +70,11 @@ void ShowWindow(WindowHandle handle, ShowCommand command) {
 }
 
 void bringUp(QWidget* window) {
+    // A Wayland compositor puts a window in front when it appears. One that is there already comes to the front only if
+    // the compositor thinks that the user asked for it, and of a choice in a menu it often does not.
+    const bool mustAppearAnew = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    if (mustAppearAnew && window->isVisible() && !window->isActiveWindow())
+        window->hide();
     if (window->isMinimized())
         window->showNormal();
     window->show();

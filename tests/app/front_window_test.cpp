@@ -228,6 +228,43 @@ TEST_F(FrontWindowOfThree, ClosingAndMinimisingLeadToTheTopmostThatIsSeen) {
     EXPECT_EQ(whereKeysGo(), "/two.ini with menus");
 }
 
+TEST_F(FrontWindowOfThree, AWindowThatIsRestoredByItsTitleGetsTheKeyboard) {
+    fr_edit* one = open(One);
+    fr_edit* two = open(Two);
+    QWidget* icon = one->parentWidget();
+    for (const bool fromTree : {false, true}) {
+        if (fromTree)
+            QTest::mouseClick(main().Tree1->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
+        ASSERT_TRUE(icon->isMinimized());
+        const QPoint title(icon->width() / 3, icon->height() / 2);
+        QTest::mouseClick(icon, Qt::LeftButton, {}, title);
+        QTest::mouseDClick(icon, Qt::LeftButton, {}, title);
+        ASSERT_FALSE(icon->isMinimized());
+        EXPECT_EQ(whereKeysGo(), "/one.ini with menus");
+        QTest::mouseClick(icon, Qt::LeftButton, {}, QPoint(icon->width() / 2, 8));
+        EXPECT_EQ(whereKeysGo(), "/one.ini with menus") << "the title bar is pressed";
+        icon->showMinimized();
+        EXPECT_EQ(whereKeysGo(), "/two.ini with menus");
+    }
+    two->parentWidget()->showMaximized();
+    EXPECT_EQ(whereKeysGo(), "/two.ini with menus");
+    two->parentWidget()->showNormal();
+    EXPECT_EQ(whereKeysGo(), "/two.ini with menus") << "not a list of it";
+}
+
+TEST_F(FrontWindowOfThree, AClosedWindowMakesRoomWhileItsKeysAreHeld) {
+    open(One);
+    open(Two);
+    press(Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(main().mdiArea()->subWindowList().size(), 1);
+    press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(whereKeysGo(), "/one.ini with menus");
+    press(Qt::Key_F6);
+    press(Qt::Key_Return); // on its button
+    EXPECT_TRUE(main().Tree1->hasFocus());
+    EXPECT_EQ(main().front().frame(), nullptr);
+}
+
 TEST_F(FrontWindowOfThree, TheKeysOfTheMenusThatAreShownWorkFromTheTree) {
     open(One);
     fr_edit* two = open(Two);

@@ -33,6 +33,12 @@ protected:
         temp_.file("jumps.lst", "Armor\r\nBody\r\nSide\r\n");
     }
 
+    // Closing the main window asks for an exit, which finds no event loop here and would end the next one.
+    void TearDown() override {
+        QTimer::singleShot(0, [] { QCoreApplication::exit(); });
+        QCoreApplication::exec();
+    }
+
     // Calls `act` when events are served for the n-th time while `work` runs. False when it ended before that.
     template <typename Work, typename Act>
     static bool interrupt(int n, Work work, Act act) {

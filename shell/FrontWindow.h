@@ -86,10 +86,10 @@ private:
     const Surroundings surroundings_;
     const QList<QAction*> ownMenus_;
     QPointer<QMdiSubWindow> front_;
-    QList<QMdiSubWindow*> lastUsed_;   // the child windows, the one used last first
-    bool isWalking_ = false;           // from the first step to the release of Ctrl
-    QList<QMdiSubWindow*> walked_;     // lastUsed_ as it was when the walk began
-    qsizetype walkedTo_ = 0;           // index of the window reached, -1 before the first
+    QList<QMdiSubWindow*> lastUsed_; // the child windows, the one used last first
+    bool isWalking_ = false;         // from the first step to the release of Ctrl
+    QList<QMdiSubWindow*> walked_;   // lastUsed_ as it was when the walk began
+    qsizetype walkedTo_ = 0;         // index of the window reached, -1 before the first
     bool settlesSoon_ = false;
 };
 

@@ -449,7 +449,7 @@ TEST_F(Finding, ThePanelFollowsTheCursorWhileItsStripIsHeld) {
     QTest::mousePress(panel.Picture2, Qt::LeftButton);
     EXPECT_TRUE(panel.Timer2->isActive());
     QCursor::setPos(editor.frameGeometry().topLeft() + QPoint(113, 173));
-    QTRY_COMPARE(panel.pos(), QPoint(100, 100));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return panel.pos() == QPoint(100, 100); }));
     QTest::mouseRelease(panel.Picture2, Qt::LeftButton);
     EXPECT_FALSE(panel.Timer2->isActive());
 }

@@ -6,7 +6,10 @@
 #include "findref/word_at_caret.h"
 #include "placement/Form2.h"
 #include "platform/system/files.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/PictureBox.h"
+#include "platform/widgets/qt_text.h"
 #include "shell/DrawProgress.h"
 #include "shell/Fr_main.h"
 #include "shell/list_file.h"
@@ -19,6 +22,12 @@
 #include <QMdiSubWindow>
 
 namespace blockhouse {
+namespace {
+
+const auto closedText = QStringLiteral("closedText");
+constexpr std::chrono::seconds briefly(10);
+
+} // namespace
 
 Program::Program(std::string applicationFolder) : Program(ApplicationFolder(std::move(applicationFolder))) {}
 
@@ -54,10 +63,16 @@ void Program::connectMainWindow() {
     connect(window, &Fr_main::optionsWanted, this, [this] { fr_main().front().bringUp(fr_options()); });
     connect(window, &Fr_main::placementEditorWanted, this, [this] { bringUp(&form2()); });
     connect(window, &Fr_main::placementWanted, this, [this](const std::string& path) { form2().Openfile(path); });
+    connect(window, &Fr_main::closedTextWanted, this, &Program::reopenClosedText);
     connect(window, &Fr_main::closed, this, [] { QCoreApplication::exit(); });
 }
 
 fr_edit* Program::openEditor(const std::string& path, TextPosition Startout) {
+    fr_edit& editor = addEditor();
+    return editor.Openfile(path, Startout) ? &editor : nullptr;
+}
+
+fr_edit& Program::addEditor() {
     auto* editor = new fr_edit(*this);
     QMdiArea* area = fr_main().mdiArea();
     const QMdiSubWindow* before = fr_main().front().frame();
@@ -69,7 +84,7 @@ fr_edit* Program::openEditor(const std::string& path, TextPosition Startout) {
     if (maximised)
         frame->showMaximized();
     fr_main().front().bringUp(*editor);
-    return editor->Openfile(path, Startout) ? editor : nullptr;
+    return *editor;
 }
 
 // The other editors are about to be minimised, so a new one need not keep out of their way; but the list of hits is
@@ -92,6 +107,28 @@ QRect Program::roomForEditor(const QRect& area) const {
 void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
     if (fr_edit* editor = openEditor(path, position))
         editor->showFound(rangeAt(position, static_cast<std::ptrdiff_t>(length)));
+}
+
+void Program::reopenClosedText() {
+    const std::optional<ClosedText> closed = closedTexts_.takeLast();
+    fr_main().notices()->withdraw(closedText);
+    if (closed)
+        addEditor().bringBack(*closed);
+    else
+        fr_main().notices()->tell(closedText, tr("No text was closed that its file does not hold."), {}, briefly);
+}
+
+void Program::unsavedTextChanged(WindowHandle window, bool unsaved) {
+    fr_main().Toolbar1->markUnsaved(window, unsaved);
+}
+
+void Program::unsavedTextClosed(ClosedText text) {
+    fr_main().notices()->tell(
+        closedText,
+        tr("\"%1\" was closed with text that its file does not hold. Ctrl+Shift+T brings the text back.")
+            .arg(displayed(LastPathPart(text.path))),
+        displayed(text.path));
+    closedTexts_.keep(std::move(text));
 }
 
 void Program::drawProgress(PictureBox& box, double value, double maximum) {
@@ -125,8 +162,12 @@ void Program::countCharacters(std::string_view text) {
 
 void Program::findReferences(std::string_view text, CaretPosition caret) {
     // The editor's text may change as soon as events are served.
-    if (const auto word = wordAtCaret(text, caret))
-        fr_findref().findRef(std::string(*word));
+    const std::string word(wordAtCaret(text, caret).value_or(std::string_view()));
+    // Without a word nothing is searched, and what was found before stays.
+    if (word.empty())
+        fr_findref().present();
+    else
+        fr_findref().findRef(word);
 }
 
 bool Program::saveList(const char* name, const EntryList& entries) const {

@@ -52,6 +52,9 @@ public:
     EntryList Dirs;
 
 private:
+    // A new one inside the main window, in front, without a file yet.
+    [[nodiscard]] fr_edit& addEditor();
+    void reopenClosedText();
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, std::size_t length);
@@ -62,6 +65,8 @@ private:
     void drawProgress(PictureBox& box, double value, double maximum) override;
     void windowOpened(WindowHandle window, const QString& caption) override;
     void windowClosed(WindowHandle window) override;
+    void unsavedTextChanged(WindowHandle window, bool unsaved) override;
+    void unsavedTextClosed(ClosedText text) override;
     const EntryList& jumps() const override;
     bool explorerVisible() const override;
     void setExplorerVisible(bool visible) override;
@@ -76,6 +81,7 @@ private:
     QPointer<class fr_findref> fr_findref_;
     QPointer<Form1> form1_;
     QPointer<Form2> form2_;
+    ClosedTexts closedTexts_;
     bool directoriesAreOnDisk_ = true;
 };
 

@@ -1,6 +1,7 @@
 // What an editor window needs from the program around it.
 #pragma once
 
+#include "editor/ClosedText.h"
 #include "platform/text/EntryList.h"
 #include "platform/text/units.h"
 #include "platform/widgets/window_handles.h"
@@ -33,6 +34,11 @@ public:
 
     // Shows the reference search and starts it for the word that the caret stands in.
     virtual void findReferences(std::string_view text, CaretPosition caret) = 0;
+
+    // The window's text and its file have become different, or the same.
+    virtual void unsavedTextChanged(WindowHandle window, bool unsaved) = 0;
+    // A window is going away with this text, which its file does not hold.
+    virtual void unsavedTextClosed(ClosedText text) = 0;
 
     // The window is going away: its button goes too.
     virtual void windowClosed(WindowHandle window) = 0;

@@ -6,6 +6,7 @@
 #include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/NoticeArea.h"
 
 #include <QCloseEvent>
 #include <QMdiSubWindow>
@@ -27,6 +28,7 @@ fr_edit::fr_edit(EditorHost& host, QWidget* parent)
     makeToolbar();
     makeControls();
     makeMenus();
+    watchFile();
     resize(sizeHint());
     layOut();
 }
@@ -50,6 +52,7 @@ void fr_edit::makeControls() {
     fitRowsToFont();
     Picture1 = named(new PictureBox(this), "Picture1", tr("Status strip"));
     thebar = named(new PictureBox(Picture1), "thebar", tr("Loading progress"), designPlace(120, 0, 1332, 132));
+    notices = new NoticeArea(*txt_edit);
     FindFrame = new FindPanel(*txt_edit, this);
     FindFrame->move(pixelsOf(1920), pixelsOf(840));
     setFocusProxy(txt_edit);
@@ -63,8 +66,7 @@ void fr_edit::makeControls() {
                 txt_edit->setFocus();
         });
     txt_edit->setKeyDown([this](const QKeyEvent& event) { return assistTyping(event); });
-    // Told after the event that brought the characters: a message box serves events of its own.
-    connect(txt_edit, &RichTextBox::charactersReplaced, this, &fr_edit::tellCharactersReplaced, Qt::QueuedConnection);
+    tellTroubleWithInput();
 }
 
 // --- Layout -----------------------------------------------------------------------------------------------------
@@ -126,6 +128,7 @@ void fr_edit::layOut() {
 // --- Closing ----------------------------------------------------------------------------------------------------
 
 void fr_edit::closeEvent(QCloseEvent* event) {
+    handOverUnsavedText();
     host_.windowClosed(handle_);
     QWidget::closeEvent(event);
 }

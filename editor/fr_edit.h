@@ -2,6 +2,8 @@
 #pragma once
 
 #include "editor/block_scan.h"
+#include "editor/ClosedText.h"
+#include "editor/save_cut.h"
 #include "editor/textboxbas.h"
 #include "editor/typing_assistance.h"
 #include "platform/richtext/RichTextBox.h"
@@ -26,6 +28,7 @@ namespace blockhouse {
 class BlockListModel;
 class EditorHost;
 class FindPanel;
+class NoticeArea;
 
 class fr_edit : public QWidget, public MenuSource {
     Q_OBJECT
@@ -61,6 +64,15 @@ public:
     // As Save(), but asks for a file name if there is none.
     void ToolbarSave();
 
+    // Shows a text that was closed, as it was.
+    void bringBack(const ClosedText& closed);
+
+    // Colours the whole text as opening a file does. Text, undo, selection and view stay.
+    void colourAgain();
+
+    // Whether closing the window would leave text that its file does not hold.
+    [[nodiscard]] bool holdsUnsavedText() const;
+
     QList<QMenu*> menus() override;
 
     [[nodiscard]] WindowHandle handle() const { return handle_; }
@@ -78,10 +90,13 @@ public:
     DropDownList* Combo1;
     PictureBox* Picture1;
     PictureBox* thebar;
+    NoticeArea* notices; // at the foot of the text
 
     QSize sizeHint() const override;
 
 protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -101,11 +116,14 @@ private:
                                                  const std::shared_ptr<std::optional<FileError>>& unreadable);
     enum class TextToFormat { InTheBox, OfTheFile };
     [[nodiscard]] LongWork::Steps stepsOfFormatting(TextToFormat text);
+    [[nodiscard]] LongWork::Steps stepsOfColouringAgain();
     // Serves events.
     void progress(double value, double maximum);
     [[nodiscard]] LongWork::Then readFile(const std::string& path, std::optional<FileError>& unreadable);
     void announce(const std::string& path);
     void refuse(const FileError& error);
+    // Unless enough of another kind are found already.
+    void lookForBlocks(std::vector<BlockEntry>& blocks, HeaderKind kind);
     void listBlocks(std::vector<BlockEntry> blocks, TextPosition startout);
     [[nodiscard]] int blockToSelect(TextPosition startout) const;
 
@@ -117,7 +135,16 @@ private:
     void copySelection();
     void cutSelection();
     void pasteOverSelection();
-    void tellCharactersReplaced();
+    void addKey(const char* name, const QString& caption, const QKeySequence& key, void (fr_edit::*act)());
+    void tellTroubleWithInput();
+
+    void watchFile();
+    // Looks whether another program or window has changed the file.
+    void lookAtFile();
+    // The file was read or written: this is the state it is in.
+    void fileIs(const std::optional<FileStamp>& state);
+    void showWhetherSaved();
+    void handOverUnsavedText();
 
     [[nodiscard]] bool assistTyping(const QKeyEvent& event);
     void carryOut(const TextBoxAction& action);
@@ -126,9 +153,10 @@ private:
     void chooseSetting(int index);
     void scrollCaretLineToTop();
 
-    // The text to write, which becomes Filetext.
-    void takeSnapshot();
+    // The text to write becomes Filetext.
+    std::optional<LeftOut> takeSnapshot();
     void writeTo(const std::string& path);
+    void tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std::string& backup);
     [[nodiscard]] std::optional<std::string> askForFileName();
 
     EditorHost& host_;
@@ -136,8 +164,11 @@ private:
     BlockListModel* blocks_;
     TypingAssistance typing_;
     QList<QMenu*> menus_;
-    LongWork work_; // opening the file and colouring its text
-    bool toldCharactersReplaced_ = false;
+    LongWork work_;                      // opening the file and colouring its text
+    std::optional<FileStamp> known_;     // the file as it was read or written here
+    std::optional<FileStamp> diskState_; // as it was when last looked at
+    bool fileLacksText_ = false;         // some of the text was never written
+    bool shownUnsaved_ = false;
 };
 
 } // namespace blockhouse

@@ -2,7 +2,7 @@
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
-#include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/svg_icon.h"
 
 namespace blockhouse {
@@ -55,6 +55,7 @@ void fr_edit::makeMenus() {
     mnu_fileex = addCommand(view, "mnu_fileex", tr("File &Explorer"), {}, &fr_edit::toggleExplorer);
     mnu_fileex->setCheckable(true);
     menus_ = {file, edit, view};
+    addKey("colourAgain", tr("Colour the whole text again"), Qt::Key_F5, &fr_edit::colourAgain);
 
     mnu_lil = menu("mnu_lil", QStringLiteral("lilmenu"));
     addCommand(mnu_lil, "mnu_copy", tr("&Copy"), QKeySequence(Qt::CTRL | Qt::Key_C), &fr_edit::copySelection);
@@ -120,10 +121,23 @@ void fr_edit::toggleExplorer() {
     mnu_fileex->setChecked(show);
 }
 
-void fr_edit::tellCharactersReplaced() {
-    if (std::exchange(toldCharactersReplaced_, true))
-        return;
-    tell(window(), tr("Some characters cannot be kept in a file of this kind. Each was replaced by \"?\"."));
+void fr_edit::addKey(const char* name, const QString& caption, const QKeySequence& key, void (fr_edit::*act)()) {
+    auto* command = new QAction(caption, this);
+    command->setObjectName(QLatin1String(name));
+    command->setShortcut(key);
+    addAction(command);
+    connect(command, &QAction::triggered, this, act);
+}
+
+void fr_edit::tellTroubleWithInput() {
+    connect(txt_edit, &RichTextBox::charactersReplaced, this, [this] {
+        notices->tell(QStringLiteral("replaced"),
+                      tr("Some characters cannot be kept in a file of this kind. Each was replaced by \"?\"."));
+    });
+    connect(txt_edit, &RichTextBox::clipboardFailed, this, [this] {
+        notices->tell(QStringLiteral("clipboard"),
+                      tr("The program that holds the clipboard does not answer. The text is as it was."));
+    });
 }
 
 } // namespace blockhouse

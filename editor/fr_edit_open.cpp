@@ -69,11 +69,7 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition st
     const auto blocks = std::make_shared<std::vector<BlockEntry>>();
     for (const HeaderKind kind : headerKinds)
         steps.emplace_back([this, blocks, kind] {
-            if (blocks->size() < enoughBlocks) {
-                *blocks = blockPass(Filetext, kind);
-                if (!blocks->empty())
-                    BlockKind = kind;
-            }
+            lookForBlocks(*blocks, kind);
             // Whether or not the kind was looked for.
             if (const double tenths = progressAfter(kind); tenths > 0)
                 progress(tenths, 10);
@@ -96,12 +92,13 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition st
 LongWork::Then fr_edit::readFile(const std::string& path, std::optional<FileError>& unreadable) {
     (parentWidget() ? parentWidget() : this)->show();
     Filepath = path;
-    Result<std::string> file = readWholeFile(path, largestDocument);
+    Result<StampedBytes> file = readStampedFile(path, largestDocument);
     if (!file) {
         unreadable = file.error();
         return LongWork::Then::End;
     }
-    Filetext = std::move(file).value();
+    Filetext = std::move(file).value().bytes;
+    fileIs(file.value().stamp);
     progress(1, 5);
     return LongWork::Then::NextStep;
 }
@@ -122,6 +119,14 @@ void fr_edit::refuse(const FileError& error) {
     QWidget* mainWindow = window();
     frame->close();
     tellFileError(mainWindow == this ? nullptr : mainWindow, tr("could not be opened."), error);
+}
+
+void fr_edit::lookForBlocks(std::vector<BlockEntry>& blocks, HeaderKind kind) {
+    if (blocks.size() >= enoughBlocks)
+        return;
+    blocks = blockPass(Filetext, kind);
+    if (!blocks.empty())
+        BlockKind = kind;
 }
 
 void fr_edit::listBlocks(std::vector<BlockEntry> blocks, TextPosition startout) {
@@ -173,6 +178,33 @@ LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
                 HighlightFromChar(this, *txt_edit, CommentHighlight, CommentDelimiter, false);
                 formatting->reset();
                 return Then::NextStep;
+            }};
+}
+
+void fr_edit::colourAgain() {
+    if (work_.isRunning())
+        return;
+    txt_edit->endComposition();
+    txt_edit->setReadOnly(true);
+    if (work_.run(stepsOfColouringAgain(), LongWork::Pointer::Hourglass) == LongWork::Outcome::Finished)
+        txt_edit->setReadOnly(false);
+}
+
+// In a box of its own that is never shown, since the passes select text and move the caret.
+LongWork::Steps fr_edit::stepsOfColouringAgain() {
+    using Then = LongWork::Then;
+    const auto coloured = std::make_shared<RichTextBox>();
+    const auto keywords = std::make_shared<std::optional<KeywordPass>>();
+    return {[this, coloured, keywords] {
+                coloured->setText(txt_edit->text());
+                keywords->emplace(*coloured, KeywordColor, KeywordList());
+                return Then::NextStep;
+            },
+            [keywords] { return (*keywords)->colourNext() ? Then::Again : Then::NextStep; },
+            [this, coloured] {
+                HighlightFromChar(this, *coloured, CommentHighlight, CommentDelimiter, true);
+                txt_edit->takeColoursOf(*coloured);
+                return Then::End;
             }};
 }
 

@@ -4,20 +4,50 @@
 #include "platform/system/files.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
 
-void fr_edit::takeSnapshot() {
+std::optional<LeftOut> fr_edit::takeSnapshot() {
     txt_edit->endComposition();
     const std::string text = txt_edit->text();
     Filetext = textToWrite(text);
+    return leftOutOf(text);
 }
 
 void fr_edit::writeTo(const std::string& path) {
-    const Result<Done> written = replaceWholeFile(path, Filetext);
+    const bool isOwnFile = path == Filepath;
+    const std::optional<LeftOut> leftOut = takeSnapshot();
+    const Result<Replaced> written = replaceKnownFile(path, Filetext, isOwnFile ? known_ : std::nullopt);
     if (!written)
-        tellFileError(window(), tr("could not be saved. The text is still in the editor."), written.error());
+        return tellFileError(window(), tr("could not be saved. The text is still in the editor."), written.error());
+    if (isOwnFile) {
+        fileIs(written.value().stamp);
+        fileLacksText_ = leftOut.has_value();
+        txt_edit->setUnmodified();
+        showWhetherSaved();
+    }
+    tellWhatWasSaved(leftOut, written.value().backup);
+}
+
+void fr_edit::tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std::string& backup) {
+    const auto afterTheEnd = QStringLiteral("leftOut");
+    const auto keptBeside = QStringLiteral("backup");
+    if (leftOut)
+        notices->tell(afterTheEnd,
+                      tr("A file ends with its last \"End\": %n character(s) from line %1 on were not written.",
+                         nullptr, static_cast<int>(leftOut->characters))
+                          .arg(leftOut->firstLine));
+    else
+        notices->withdraw(afterTheEnd);
+    if (!backup.empty())
+        notices->tell(keptBeside,
+                      tr("The file had been changed by another program or window. That text is kept as \"%1\".")
+                          .arg(displayed(LastPathPart(backup))),
+                      displayed(backup));
+    else
+        notices->withdraw(keptBeside);
 }
 
 std::optional<std::string> fr_edit::askForFileName() {
@@ -29,19 +59,18 @@ std::optional<std::string> fr_edit::askForFileName() {
 void fr_edit::Save() {
     if (work_.isRunning())
         return;
-    takeSnapshot();
-    if (Filepath.empty())
+    if (Filepath.empty()) {
+        takeSnapshot();
         return tell(window(), tr("This text has no file yet. Use \"Save As\"."));
+    }
     writeTo(Filepath);
 }
 
 void fr_edit::SaveAs() {
     if (work_.isRunning())
         return;
-    if (const auto path = askForFileName()) {
-        takeSnapshot();
+    if (const auto path = askForFileName())
         writeTo(*path);
-    }
 }
 
 void fr_edit::ToolbarSave() {
@@ -53,7 +82,6 @@ void fr_edit::ToolbarSave() {
             return;
         Filepath = *path;
     }
-    takeSnapshot();
     writeTo(Filepath);
 }
 

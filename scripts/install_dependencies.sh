@@ -8,7 +8,7 @@
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
-virtual_screen=(xvfb openbox xdotool imagemagick x11-utils)
+virtual_screen=(xvfb openbox xdotool imagemagick x11-utils xclip)
 peers=(scite geany featherpad mousepad grep ripgrep)
 fuzzing=(clang libclang-rt-dev libgtest-dev libgmock-dev)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)

@@ -3,6 +3,7 @@
 #include "platform/system/files.h"
 #include "platform/text/FoldedSearch.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/screen_room.h"
 #include "shell/artwork.h"
 #include "shell/DirectoryTreeModel.h"
@@ -71,6 +72,7 @@ void Fr_main::makeKeys() {
     key(Qt::Key_F6, [this] { front_->goAround(); });
     key(Qt::CTRL | Qt::Key_Tab, [this] { front_->walk(1); });
     key(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { front_->walk(-1); });
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_T, [this] { Q_EMIT closedTextWanted(); });
     const QKeySequence close(Qt::CTRL | Qt::Key_F4);
     if (!QKeySequence::keyBindings(QKeySequence::Close).contains(close)) // else the toolkit's own
         key(close, [this] {
@@ -95,6 +97,7 @@ void Fr_main::layOut() {
     row->addWidget(mdiArea_, 1);
     row->addWidget(picPlane);
     setCentralWidget(inside);
+    notices_ = new NoticeArea(*mdiArea_);
     resize(boundedToScreen(*this, QSize(toPixels(Twips{7785}).value, toPixels(Twips{6555}).value)));
 }
 

@@ -19,6 +19,8 @@ class QTreeView;
 
 namespace blockhouse {
 
+class NoticeArea;
+
 // The main window: editor windows and tool windows inside it, the window bar above, the tree of directories at the
 // right. What it cannot do itself it announces; a menu item whose announcement nobody listens to is disabled.
 class Fr_main : public QMainWindow {
@@ -53,6 +55,9 @@ public:
     // Also sets the check mark of mnu_fileex.
     void setExplorerVisible(bool visible);
 
+    // At the foot of the area that holds the child windows.
+    [[nodiscard]] NoticeArea* notices() const { return notices_; }
+
     // The entries of the jump list, in the user's order.
     EntryList jumps;
 
@@ -70,6 +75,8 @@ Q_SIGNALS:
     void directoryEditorWanted();
     void optionsWanted();
     void placementEditorWanted();
+    // The text that was closed last is to come back.
+    void closedTextWanted();
     // The user closed the main window, which ends the program at once: no other window is closed or asked.
     void closed();
 
@@ -100,6 +107,7 @@ private:
     EntryList& Dirs_;
     ApplicationFolder files_;
     QMdiArea* mdiArea_;
+    NoticeArea* notices_ = nullptr;
     QList<QAction*> ownMenus_; // the menu bar while no child window brings menus
     std::vector<Announcement> announcements_;
     std::unique_ptr<FrontWindow> front_;

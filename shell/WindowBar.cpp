@@ -1,6 +1,7 @@
 #include "shell/WindowBar.h"
 
 #include "platform/text/units.h"
+#include "platform/widgets/svg_icon.h"
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
 
@@ -175,6 +176,15 @@ QAction* WindowBar::buttonOf(WindowHandle window) const {
     const auto found = std::find_if(buttons.begin(), buttons.end(),
                                     [window](const QAction* button) { return windowBehind(button) == window; });
     return found == buttons.end() ? nullptr : *found;
+}
+
+void WindowBar::markUnsaved(WindowHandle window, bool unsaved) {
+    QAction* button = buttonOf(window);
+    if (!button)
+        return;
+    button->setIcon(unsaved ? withDot(documentPicture()) : documentPicture());
+    if (QWidget* face = widgetForAction(button))
+        face->setAccessibleDescription(unsaved ? tr("holds text that is not saved") : QString());
 }
 
 QAction* WindowBar::makeButton(WindowHandle window, const QString& caption) {

@@ -28,6 +28,9 @@ public:
 
     [[nodiscard]] bool hasButton(WindowHandle window) const { return buttonOf(window) != nullptr; }
 
+    // The button's picture carries a dot while the window's text is not in its file. Does nothing without a button.
+    void markUnsaved(WindowHandle window, bool unsaved);
+
     // Does nothing when the window has no button.
     void removeWindow(WindowHandle window);
 

@@ -1,12 +1,15 @@
 #include "tools/DirectoryList.h"
 
 #include "platform/system/files.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/qt_text.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QKeyEvent>
 #include <QStyle>
 #include <QStyledItemDelegate>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -107,8 +110,22 @@ void DirectoryList::keyPressEvent(QKeyEvent* event) {
         walkInto(currentIndex());
     else if (event->key() == Qt::Key_Backspace)
         walkTo(folderAbove(path_));
+    else if (event->matches(QKeySequence::Paste))
+        walkToClipboard();
     else
         QListView::keyPressEvent(event);
+}
+
+// File managers put a path there in quotes, as an address, or as it is.
+void DirectoryList::walkToClipboard() {
+    QString text = clipboardText().value_or(QString()).section(QLatin1Char('\n'), 0, 0).trimmed();
+    if (text.size() >= 2 && text.front() == text.back() &&
+        (text.front() == QLatin1Char('"') || text.front() == QLatin1Char('\'')))
+        text = text.mid(1, text.size() - 2);
+    if (const QUrl address(text); address.isLocalFile())
+        text = address.toLocalFile();
+    if (QDir::isAbsolutePath(text))
+        walkTo(pathOf(QDir::cleanPath(text)));
 }
 
 } // namespace blockhouse

@@ -48,6 +48,7 @@ private:
         std::vector<FolderRow> rows_;
     };
 
+    void walkToClipboard();
     void walkInto(const QModelIndex& index);
     [[nodiscard]] int rowOf(const std::string& path) const;
 

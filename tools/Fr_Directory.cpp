@@ -68,6 +68,8 @@ void Fr_Directory::makeControls() {
         named(new PathLabel(this), "Lab_stat", tr("Path of the chosen directory"), designPlace(120, 3100, 4695, 240));
     Lab_stat->setTextFormat(Qt::PlainText);
     connect(Dir1, &DirectoryList::walked, this, &Fr_Directory::showDrive);
+    // The folder walked into is added, not the line that is highlighted.
+    connect(Dir1, &DirectoryList::walked, this, [this] { tellPath(tr("Add takes %1").arg(displayed(Dir1->path()))); });
     connect(Dir1, &DirectoryList::refused, this,
             [this](const QString& folder, const QString& cause) { tellPath(folder + QLatin1String(": ") + cause); });
     selectWhatIsCurrent(*List2);

@@ -29,6 +29,8 @@ RichTextBox::RichTextBox(QWidget* parent)
                 onModified(position, type, length);
             });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settleStyles(); });
+    connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { Q_EMIT modifiedChanged(true); });
+    connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { Q_EMIT modifiedChanged(false); });
 }
 
 void RichTextBox::setUpView() {
@@ -58,10 +60,20 @@ void RichTextBox::setUpView() {
 }
 
 void RichTextBox::setTopMargin(Pixels height) {
-    setViewportMargins(0, height.value, 0, 0);
+    topMargin_ = height.value;
+    keepMargins();
     if (scrollBarWidgets(Qt::AlignTop).isEmpty())
         addScrollBarWidget(new QWidget(this), Qt::AlignTop);
     scrollBarWidgets(Qt::AlignTop).first()->setFixedHeight(height.value);
+}
+
+void RichTextBox::setBottomMargin(Pixels height) {
+    bottomMargin_ = height.value;
+    keepMargins();
+}
+
+void RichTextBox::keepMargins() {
+    setViewportMargins(0, topMargin_, 0, bottomMargin_);
 }
 
 void RichTextBox::listenForEdits(bool on) {
@@ -139,6 +151,31 @@ void RichTextBox::setRtf(std::string_view source) {
     endComposition();
     const rtf::ColouredText coloured = rtf::read(source);
     load(coloured.text, coloured.runs);
+}
+
+rtf::ColouredText RichTextBox::colouredText() const {
+    Q_ASSERT(editStyles_.isSettled());
+    return {text(), styles_.allRuns(index_.everyCharacterIsOneByte())};
+}
+
+void RichTextBox::setColouredText(const rtf::ColouredText& coloured) {
+    endComposition();
+    load(coloured.text, coloured.runs);
+}
+
+void RichTextBox::takeColoursOf(const RichTextBox& other) {
+    endComposition();
+    const std::string decoded = asciiText() ? std::string() : text();
+    styles_.recolourAll(asciiText().value_or(decoded), other.styles_.allRuns(other.index_.everyCharacterIsOneByte()));
+}
+
+bool RichTextBox::isModified() const {
+    return engine_.ask(SCI_GETMODIFY) != 0;
+}
+
+void RichTextBox::setUnmodified() {
+    endComposition();
+    engine_.tell(SCI_SETSAVEPOINT);
 }
 
 void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText) {

@@ -58,6 +58,18 @@ public:
     // The whole text, uncopied, as long as every character of it is ASCII; nothing otherwise. Until the next change.
     [[nodiscard]] std::optional<std::string_view> asciiText() const;
 
+    // The text with its colours, and the way back, which counts as setText().
+    [[nodiscard]] rtf::ColouredText colouredText() const;
+    void setColouredText(const rtf::ColouredText& coloured);
+    // Gives the whole text the colours that `other` has, whose text must be the same. Nothing else changes: undo,
+    // selection and view stay.
+    void takeColoursOf(const RichTextBox& other);
+
+    // Whether the text differs from what was set as a whole, or from what it was at the last setUnmodified(). Undo and
+    // redo lead back there.
+    [[nodiscard]] bool isModified() const;
+    void setUnmodified();
+
     // --- Selection --------------------------------------------------------------------------------------------
     [[nodiscard]] Position selStart() const;
     // Empties the selection. A caret between CR and LF goes before the CR, so that typing never splits the pair;
@@ -113,13 +125,15 @@ public:
     // --- Editing ----------------------------------------------------------------------------------------------
     void undo();
     void redo();
-    // Plain text. Pasted line ends become the document's prevailing kind.
+    // Plain text. Pasted line ends become the document's prevailing kind. Where the clipboard fails, text and selection
+    // stay.
     void copy();
     void cut();
     void paste();
 
-    // Keeps the top of the box free of text, for a control that reaches into it.
+    // Keep the top and the foot of the box free of text, for controls that reach into it.
     void setTopMargin(Pixels height);
+    void setBottomMargin(Pixels height);
 
     // --- Input methods ----------------------------------------------------------------------------------------
     // While an input method composes, the document holds text that is not committed. This has the input method commit
@@ -145,6 +159,10 @@ Q_SIGNALS:
     void menuKeyPressed(QPoint globalPosition);
     // Something typed, pasted or dropped held characters that the code page lacks: they became "?".
     void charactersReplaced() const;
+    // isModified() has changed.
+    void modifiedChanged(bool modified);
+    // Something could not be put on the clipboard, or had from it: whoever holds it does not answer.
+    void clipboardFailed() const;
 
 protected:
     bool event(QEvent* event) override;
@@ -164,6 +182,7 @@ private:
     void setUpView();
     void setUpKeys();
     void listenForEdits(bool on);
+    void keepMargins();
 
     // Makes `bytes` the whole document, unless it is that already.
     void load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText = false);
@@ -187,6 +206,7 @@ private:
     void commit(const QInputMethodEvent& event);
     void replaceComposition(QInputMethodEvent& event);
     [[nodiscard]] bool actOnClipboardKey(const QKeyEvent& event);
+    [[nodiscard]] bool putSelectionOnClipboard();
     void insertOverSelection(std::string_view utf8);
     [[nodiscard]] std::string encodedForInsertion(const QString& text) const;
 
@@ -198,6 +218,8 @@ private:
     RequestedStart requestedStart_;
     SeenPress seenPress_;
     KeyDown keyDown_;
+    int topMargin_ = 0; // in pixels
+    int bottomMargin_ = 0;
     std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
     bool textChanged_ = false;          // not announced yet
 

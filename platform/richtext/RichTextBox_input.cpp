@@ -3,11 +3,10 @@
 #include "platform/richtext/line_ends.h"
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/codepage.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/LongWork.h"
 
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QMimeData>
 
 #include <algorithm>
@@ -214,19 +213,31 @@ void RichTextBox::redo() {
 }
 
 void RichTextBox::copy() {
-    endComposition();
-    QGuiApplication::clipboard()->setText(QString::fromStdString(codepage::toUtf8(selText())));
+    static_cast<void>(putSelectionOnClipboard());
 }
 
 void RichTextBox::cut() {
-    copy();
-    setSelText({});
+    if (putSelectionOnClipboard())
+        setSelText({});
+}
+
+bool RichTextBox::putSelectionOnClipboard() {
+    endComposition();
+    const bool isThere = putOnClipboard(QString::fromStdString(codepage::toUtf8(selText())));
+    if (!isThere)
+        Q_EMIT clipboardFailed();
+    return isThere;
 }
 
 void RichTextBox::paste() {
     endComposition();
+    const std::optional<QString> text = clipboardText();
+    if (!text) {
+        Q_EMIT clipboardFailed();
+        return;
+    }
     prepareForInput();
-    insertOverSelection(withLineEnds(encodedForInsertion(QGuiApplication::clipboard()->text()), lineEnd_));
+    insertOverSelection(withLineEnds(encodedForInsertion(*text), lineEnd_));
     engine_.tell(SCI_SCROLLCARET);
     settleEdit();
 }

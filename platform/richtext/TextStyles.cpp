@@ -115,6 +115,21 @@ rtf::SourceWriter::NextRun TextStyles::colourRuns(bool everyCharacterIsOneByte) 
     };
 }
 
+std::vector<rtf::ColourRun> TextStyles::allRuns(bool everyCharacterIsOneByte) const {
+    const rtf::SourceWriter::NextRun next = colourRuns(everyCharacterIsOneByte);
+    std::vector<rtf::ColourRun> runs;
+    constexpr std::uint32_t beyondTheText = std::numeric_limits<std::uint32_t>::max();
+    for (rtf::ColourRun run = next(); run.length != beyondTheText; run = next()) {
+        const bool continues =
+            !runs.empty() && runs.back().text == run.text && runs.back().background == run.background;
+        if (continues)
+            runs.back().length += run.length;
+        else
+            runs.push_back(run);
+    }
+    return runs;
+}
+
 void TextStyles::recolour(std::span<const ByteSpan> spans, Colour colour) {
     std::array<int, 256> recoloured;
     recoloured.fill(-1);

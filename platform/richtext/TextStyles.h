@@ -28,6 +28,9 @@ public:
     // this object must stay as they are meanwhile.
     [[nodiscard]] rtf::SourceWriter::NextRun colourRuns(bool everyCharacterIsOneByte) const;
 
+    // The same at once: neighbours differ.
+    [[nodiscard]] std::vector<rtf::ColourRun> allRuns(bool everyCharacterIsOneByte) const;
+
     // The spans, ordered and apart, get the text colour and keep their backgrounds.
     void recolour(std::span<const ByteSpan> spans, Colour colour);
     // Colours the whole document, whose text is `bytes`. What the runs leave over has the default colours.

@@ -68,6 +68,7 @@ Result<std::vector<std::string>> folderNamesIn(const std::string& directory) {
         return listed;
     std::vector<std::string> names = std::move(listed).value();
     std::sort(names.begin(), names.end(), comesBefore);
+    std::stable_partition(names.begin(), names.end(), [](const std::string& name) { return !name.starts_with('.'); });
     return names;
 }
 

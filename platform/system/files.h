@@ -1,6 +1,7 @@
 // Files read whole and replaced whole, and the files of a directory. Paths are the platform's bytes.
 #pragma once
 
+#include "platform/system/FileStamp.h"
 #include "platform/text/Result.h"
 
 #include <string>
@@ -25,11 +26,25 @@ Result<std::string> readWholeFile(const std::string& path, std::size_t limit = s
 // forbids a new file, the file is written in place.
 Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
 
+struct StampedBytes {
+    std::string bytes;
+    FileStamp stamp;
+};
+
+Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit = std::string::npos);
+
+struct Replaced {
+    FileStamp stamp;
+    std::string backup;
+};
+
+Result<Replaced> replaceKnownFile(const std::string& path, std::string_view bytes,
+                                  const std::optional<FileStamp>& known);
 // Names of the directory's normal files, hidden ones left out, ordered byte by byte after lowering. A name that
 // does not match `pattern` is left out ("" takes every name; see matchesPattern).
 Result<std::vector<std::string>> fileNamesIn(const std::string& directory, std::string_view pattern = {});
 
-// Names of the directory's directories, hidden ones left out, links to directories counted in, ordered alike.
+// Names of the directory's directories, links to directories counted in, ordered alike; hidden ones come last.
 Result<std::vector<std::string>> folderNamesIn(const std::string& directory);
 
 // Wildcard rule without regard to case: "*" stands for any text, "?" for one character, and a final ".*" also

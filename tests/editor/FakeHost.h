@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace blockhouse {
 
@@ -15,6 +17,10 @@ public:
     void windowOpened(WindowHandle, const QString&) override {}
 
     void windowClosed(WindowHandle) override {}
+
+    void unsavedTextChanged(WindowHandle, bool unsaved) override { marked = unsaved; }
+
+    void unsavedTextClosed(ClosedText text) override { closedTexts.push_back(std::move(text)); }
 
     const EntryList& jumps() const override { return jumpList; }
 
@@ -31,6 +37,8 @@ public:
 
     EntryList jumpList;
     bool explorer = true;
+    bool marked = false; // with a dot
+    std::vector<ClosedText> closedTexts;
     std::string counted;
     std::function<void()> duringSearch;
 };

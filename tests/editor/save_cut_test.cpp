@@ -29,5 +29,26 @@ TEST(SaveCut, KeepsTheLastEndAndTheCharacterAfterIt) {
     }
 }
 
+TEST(SaveCut, TellsWhatItLeavesOutAndFromWhichLineOn) {
+    const struct {
+        std::string text;
+        std::optional<LeftOut> leftOut;
+    } cases[] = {
+        {"", std::nullopt},
+        {"no block at all\r\n", std::nullopt},
+        {"End", std::nullopt},
+        {"Object\r\nEnd\r\n \t\r\n\v\f\r\n", std::nullopt},
+        {"Object\r\nEnd\r\n;x", LeftOut{2, 3}},
+        {"Object\r\nEnd\r\n\r\n\r\n ;x y \r\n", LeftOut{4, 5}},
+        {"Object\nEnd\n\n;x\n;y\n", LeftOut{5, 4}},
+        {"Object\rEnd\r\r;x\r", LeftOut{2, 4}},
+        {"End;x", LeftOut{1, 1}},
+        {std::string("End\n\0", 5), LeftOut{1, 2}},
+    };
+
+    for (const auto& [text, leftOut] : cases)
+        EXPECT_EQ(leftOutOf(text), leftOut) << testing::PrintToString(text);
+}
+
 } // namespace
 } // namespace blockhouse

@@ -4,6 +4,7 @@
 #include "tools/Fr_Directory.h"
 
 #include <gtest/gtest.h>
+#include <QClipboard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -76,9 +77,12 @@ TEST_F(DirectoryEditor, AFolderIsAddedByWalkingIntoIt) {
     ASSERT_TRUE(window_->Dir1->walkTo(temp_.path()));
     walkInto("two");
     const int folders = window_->Dir1->model()->rowCount();
-    EXPECT_EQ(window_->Dir1->model()->index(folders - 2, 0).data().toString(), QStringLiteral("Data"));
-    EXPECT_EQ(window_->Dir1->model()->index(folders - 1, 0).data().toString(), QStringLiteral("empty"));
+    QStringList inside;
+    for (int row = folders - 3; row < folders; ++row)
+        inside << window_->Dir1->model()->index(row, 0).data().toString();
+    EXPECT_EQ(inside, QStringList({"Data", "empty", ".hidden"}));
     walkInto("Data");
+    EXPECT_EQ(window_->Lab_stat->text().toStdString(), "Add takes " + temp_.path("two/Data"));
     QTest::mouseClick(window_->Command1, Qt::LeftButton);
     QTest::mouseClick(window_->Command1, Qt::LeftButton);
     QTest::keyClick(window_->Dir1, Qt::Key_Backspace);
@@ -96,6 +100,24 @@ TEST_F(DirectoryEditor, AFolderIsAddedByWalkingIntoIt) {
     EXPECT_EQ(listed(Dirs_), temp_.path("one/Data") + "|") << "the list itself waits for the window to close";
     window_->close();
     EXPECT_EQ(listed(Dirs_), temp_.path("two/Data") + "|" + temp_.path("two/Data") + "|" + temp_.path("two") + "|");
+}
+
+TEST_F(DirectoryEditor, APathOnTheClipboardIsWalkedTo) {
+    open({});
+    const std::string two = temp_.path("two");
+    const std::string cases[] = {two, two + "/\n", "'" + two + "'", "\"" + two + "\"\r\n", "file://" + two};
+    for (const std::string& text : cases) {
+        ASSERT_TRUE(window_->Dir1->walkTo("/"));
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+        QTest::keyClick(window_->Dir1, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(window_->Dir1->path(), two) << text;
+    }
+    QGuiApplication::clipboard()->setText(QStringLiteral("two"));
+    QTest::keyClick(window_->Dir1, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(window_->Dir1->path(), two) << "no path at all";
+    QGuiApplication::clipboard()->setText(QStringLiteral("/no such folder"));
+    QTest::keyClick(window_->Dir1, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(window_->Lab_stat->text(), QStringLiteral("/no such folder: No such file or directory"));
 }
 
 TEST_F(DirectoryEditor, WithEveryEntryRemovedNothingIsSaved) {

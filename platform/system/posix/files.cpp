@@ -270,7 +270,12 @@ bool isOfKind(int directory, const dirent& entry, unsigned char told, mode_t kin
     return ::fstatat(directory, entry.d_name, &status, 0) == 0 && (status.st_mode & S_IFMT) == kind;
 }
 
-Result<std::vector<std::string>> namesIn(const std::string& directory, unsigned char told, mode_t kind) {
+bool isDotOrDotDot(std::string_view name) {
+    return name == "." || name == "..";
+}
+
+Result<std::vector<std::string>> namesIn(const std::string& directory, unsigned char told, mode_t kind,
+                                         bool (*isLeftOut)(std::string_view)) {
     if (hasNul(directory))
         return errorOf(directory, ENOENT);
 
@@ -284,7 +289,7 @@ Result<std::vector<std::string>> namesIn(const std::string& directory, unsigned 
     std::vector<std::string> names;
     errno = 0;
     for (const dirent* entry = ::readdir(entries.get()); entry != nullptr; entry = ::readdir(entries.get())) {
-        if (!isHidden(entry->d_name) && isOfKind(::dirfd(entries.get()), *entry, told, kind))
+        if (!isLeftOut(entry->d_name) && isOfKind(::dirfd(entries.get()), *entry, told, kind))
             names.emplace_back(entry->d_name);
         errno = 0; // an entry that vanished is none of the directory's errors
     }
@@ -296,11 +301,39 @@ Result<std::vector<std::string>> namesIn(const std::string& directory, unsigned 
 } // namespace
 
 Result<std::vector<std::string>> fileEntriesOf(const std::string& directory) {
-    return namesIn(directory, DT_REG, S_IFREG);
+    return namesIn(directory, DT_REG, S_IFREG, isHidden);
 }
 
 Result<std::vector<std::string>> folderEntriesOf(const std::string& directory) {
-    return namesIn(directory, DT_DIR, S_IFDIR);
+    return namesIn(directory, DT_DIR, S_IFDIR, isDotOrDotDot);
 }
 
+std::optional<FileStamp> stampOf(const std::string& path) {
+    struct stat st {};
+
+    if (::stat(path.c_str(), &st) != 0)
+        return std::nullopt;
+    return FileStamp{st.st_dev, st.st_ino, (std::uint64_t)st.st_size, (std::uint64_t)st.st_mtim.tv_sec,
+                     (std::uint64_t)st.st_mtim.tv_nsec};
+}
+
+Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit) {
+    auto r = readWholeFile(path, limit);
+    if (!r)
+        return r.error();
+    return StampedBytes{std::move(r).value(), *stampOf(path)};
+}
+
+Result<Replaced> replaceKnownFile(const std::string& path, std::string_view bytes,
+                                  const std::optional<FileStamp>& known) {
+    std::string bak;
+    if (known && stampOf(path) && stampOf(path) != known) {
+        bak = path.substr(0, path.rfind('.')) + " now.bak";
+        ::rename(path.c_str(), bak.c_str());
+    }
+    auto r = replaceWholeFile(path, bytes);
+    if (!r)
+        return r.error();
+    return Replaced{*stampOf(path), bak};
+}
 } // namespace blockhouse

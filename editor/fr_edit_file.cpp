@@ -1,0 +1,112 @@
+// The text and its file: whether the file holds what the window shows, and what stays of a text that no file holds.
+#include "editor/BlockListModel.h"
+#include "editor/EditorHost.h"
+#include "editor/fr_edit.h"
+#include "platform/text/paths.h"
+#include "platform/widgets/NoticeArea.h"
+#include "platform/widgets/qt_text.h"
+#include "platform/widgets/svg_icon.h"
+
+#include <QEvent>
+#include <QMdiSubWindow>
+
+namespace blockhouse {
+namespace {
+
+const auto onDisk = QStringLiteral("fileChanged");
+
+} // namespace
+
+void fr_edit::watchFile() {
+    connect(txt_edit, &RichTextBox::modifiedChanged, this, &fr_edit::showWhetherSaved);
+    connect(notices, &NoticeArea::heightChanged, txt_edit,
+            [this](int height) { txt_edit->setBottomMargin(Pixels{height}); });
+    txt_edit->installEventFilter(this);
+}
+
+bool fr_edit::holdsUnsavedText() const {
+    return !work_.isRunning() && (txt_edit->isModified() || fileLacksText_ || diskState_ != known_);
+}
+
+void fr_edit::showWhetherSaved() {
+    const bool unsaved = holdsUnsavedText();
+    if (unsaved == shownUnsaved_)
+        return;
+    shownUnsaved_ = unsaved;
+    // A frame takes its widget's picture once only.
+    QWidget* framed = qobject_cast<QMdiSubWindow*>(parentWidget()) ? parentWidget() : this;
+    framed->setWindowIcon(QIcon());
+    if (unsaved)
+        framed->setWindowIcon(withDot(framed->windowIcon()));
+    host_.unsavedTextChanged(handle_, unsaved);
+}
+
+void fr_edit::fileIs(const std::optional<FileStamp>& state) {
+    known_ = state;
+    diskState_ = state;
+    notices->withdraw(onDisk);
+}
+
+// Every state of the file is told once, however often the window comes to the front.
+void fr_edit::lookAtFile() {
+    if (Filepath.empty() || work_.isRunning())
+        return;
+    const std::optional<FileStamp> state = stampOf(Filepath);
+    if (state == diskState_)
+        return;
+    diskState_ = state;
+    const QString name = displayed(LastPathPart(Filepath));
+    if (state == known_)
+        notices->withdraw(onDisk);
+    else if (state)
+        notices->tell(onDisk,
+                      tr("\"%1\" was changed on the disk since it was read here, by another program or window. "
+                         "Save writes this text and keeps the other one beside it as a .bak file.")
+                          .arg(name),
+                      displayed(Filepath));
+    else
+        notices->tell(onDisk, tr("\"%1\" is no longer on the disk. Save writes it again.").arg(name),
+                      displayed(Filepath));
+    showWhetherSaved();
+}
+
+bool fr_edit::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        lookAtFile();
+    return QWidget::event(event);
+}
+
+bool fr_edit::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == txt_edit && event->type() == QEvent::FocusIn)
+        lookAtFile();
+    return QWidget::eventFilter(watched, event);
+}
+
+// --- A text that was closed ---------------------------------------------------------------------------------------
+
+void fr_edit::handOverUnsavedText() {
+    txt_edit->endComposition();
+    if (holdsUnsavedText() && txt_edit->textLength() > 0)
+        host_.unsavedTextClosed(
+            {Filepath, txt_edit->colouredText(), txt_edit->caret(), txt_edit->firstVisibleLine(), known_});
+}
+
+void fr_edit::bringBack(const ClosedText& closed) {
+    Filepath = closed.path;
+    Filetext = closed.text.text;
+    (parentWidget() ? parentWidget() : this)->show();
+    announce(Filepath);
+    std::vector<BlockEntry> blocks;
+    for (const HeaderKind kind : headerKinds)
+        lookForBlocks(blocks, kind);
+    listBlocks(std::move(blocks), notFound);
+    txt_edit->setColouredText(closed.text);
+    txt_edit->setSelStart(closed.caret);
+    txt_edit->scrollLines(0, closed.firstVisibleLine - txt_edit->firstVisibleLine());
+    fileLacksText_ = true;
+    fileIs(closed.known);
+    lookAtFile();
+    showWhetherSaved();
+}
+
+} // namespace blockhouse

@@ -1,0 +1,17 @@
+// The clipboard's plain text. Another program may hold it, and need not answer.
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace blockhouse {
+
+// Empty when the clipboard holds no text; nothing when whoever holds it did not answer. Waits for an answer as long as
+// the window system does, once.
+[[nodiscard]] std::optional<QString> clipboardText();
+
+// False when the clipboard does not have the text afterwards.
+[[nodiscard]] bool putOnClipboard(const QString& text);
+
+} // namespace blockhouse

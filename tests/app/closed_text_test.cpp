@@ -1,0 +1,120 @@
+// Text that was closed without being saved: told, kept, brought back.
+#include "app/Program.h"
+#include "editor/fr_edit.h"
+#include "platform/system/files.h"
+#include "platform/widgets/NoticeArea.h"
+#include "shell/Fr_main.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+
+namespace blockhouse {
+namespace {
+
+class ClosedUnsaved : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* name : {"one.ini", "two.ini"})
+            temp_.file(name, "Object AlphaTower\r\nEnd\r\n");
+        temp_.file("Dirs.lst", temp_.path() + "\r\n");
+        program_ = std::make_unique<Program>(temp_.path());
+        main().show();
+        main().activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
+    }
+
+    [[nodiscard]] Fr_main& main() const { return program_->fr_main(); }
+
+    fr_edit* open(const char* name) { return program_->openEditor(temp_.path(name)); }
+
+    [[nodiscard]] fr_edit* front() const { return qobject_cast<fr_edit*>(main().front().frame()->widget()); }
+
+    static void press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, held);
+    }
+
+    void closeFront() {
+        press(Qt::Key_F4, Qt::ControlModifier);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    static void bringBack() { press(Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier); }
+
+    [[nodiscard]] std::string notice() const {
+        return main().notices()->textOf(QStringLiteral("closedText")).toStdString();
+    }
+
+    static bool hasDot(const QIcon& icon) {
+        const QRgb corner = icon.isNull() ? 0 : icon.pixmap(QSize(16, 16), 1.0).toImage().pixel(11, 11);
+        return qRed(corner) > 200 && qGreen(corner) < 100;
+    }
+
+    // Of the bar's last button, which is the front window's.
+    [[nodiscard]] bool buttonHasDot() const {
+        QAction* button = main().Toolbar1->actions().last();
+        const bool dotted = hasDot(button->icon());
+        EXPECT_EQ(dotted, hasDot(main().front().frame()->windowIcon()));
+        EXPECT_EQ(dotted, !main().Toolbar1->widgetForAction(button)->accessibleDescription().isEmpty());
+        return dotted;
+    }
+
+    TempFolder temp_;
+    std::unique_ptr<Program> program_;
+};
+
+TEST_F(ClosedUnsaved, IsToldAndComesBackToBeSaved) {
+    open("one.ini");
+    EXPECT_FALSE(buttonHasDot());
+    QTest::keyClicks(QApplication::focusWidget(), "x");
+    EXPECT_TRUE(buttonHasDot());
+    closeFront();
+    EXPECT_TRUE(main().mdiArea()->subWindowList().isEmpty());
+    EXPECT_EQ(notice(),
+              "\"one.ini\" was closed with text that its file does not hold. Ctrl+Shift+T brings the text back.");
+    EXPECT_EQ(readWholeFile(temp_.path("one.ini")).value(), "Object AlphaTower\r\nEnd\r\n") << "nothing is written";
+
+    open("two.ini");
+    bringBack();
+    ASSERT_EQ(main().mdiArea()->subWindowList().size(), 2);
+    EXPECT_EQ(front()->Filepath, temp_.path("one.ini"));
+    EXPECT_EQ(front()->txt_edit->text(), "xObject AlphaTower\r\nEnd\r\n");
+    EXPECT_EQ(QApplication::focusWidget(), front()->txt_edit);
+    EXPECT_TRUE(buttonHasDot());
+    EXPECT_EQ(notice(), "") << "it is back";
+    press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(readWholeFile(temp_.path("one.ini")).value(), "xObject AlphaTower\r\nEnd\r");
+    EXPECT_FALSE(buttonHasDot());
+
+    bringBack();
+    EXPECT_EQ(main().mdiArea()->subWindowList().size(), 2);
+    EXPECT_EQ(notice(), "No text was closed that its file does not hold.");
+}
+
+TEST_F(ClosedUnsaved, TheLastOneComesBackFirst) {
+    for (const char* name : {"one.ini", "two.ini"}) {
+        open(name);
+        QTest::keyClicks(QApplication::focusWidget(), "x");
+        closeFront();
+    }
+    bringBack();
+    EXPECT_EQ(front()->Filepath, temp_.path("two.ini"));
+    bringBack();
+    EXPECT_EQ(front()->Filepath, temp_.path("one.ini"));
+}
+
+TEST_F(ClosedUnsaved, WhatIsSavedIsClosedWithoutAWord) {
+    open("one.ini");
+    QTest::keyClicks(QApplication::focusWidget(), "x");
+    press(Qt::Key_S, Qt::ControlModifier);
+    closeFront();
+    EXPECT_EQ(notice(), "");
+}
+
+} // namespace
+} // namespace blockhouse

@@ -162,7 +162,10 @@ void Program::countCharacters(std::string_view text) {
 
 void Program::findReferences(std::string_view text, CaretPosition caret) {
     // The editor's text may change as soon as events are served.
-    const std::string word(wordAtCaret(text, caret).value_or(std::string_view()));
+    const auto found = wordAtCaret(text, caret);
+    if (!found)
+        return;
+    const std::string word(*found);
     // Without a word nothing is searched, and what was found before stays.
     if (word.empty())
         fr_findref().present();

@@ -1,13 +1,24 @@
+// Tells one state of a file from another without its bytes: another program's write makes another stamp. Compare for
+// equality; the numbers are the system's own.
 #pragma once
+
 #include <cstdint>
 #include <optional>
 #include <string>
 
 namespace blockhouse {
+
 struct FileStamp {
-    std::uint64_t device = 0, file = 0, size = 0, seconds = 0, nanoseconds = 0;
+    std::uint64_t volume = 0;
+    std::uint64_t file = 0; // a file that took the name has another one
+    std::uint64_t size = 0;
+    std::int64_t changedSeconds = 0;
+    std::int64_t changedNanoseconds = 0;
+
     bool operator==(const FileStamp&) const = default;
 };
 
-std::optional<FileStamp> stampOf(const std::string& path);
+// Of the file as it is now; nothing when there is none, or the system does not tell.
+[[nodiscard]] std::optional<FileStamp> stampOf(const std::string& path);
+
 } // namespace blockhouse

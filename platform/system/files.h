@@ -4,6 +4,7 @@
 #include "platform/system/FileStamp.h"
 #include "platform/text/Result.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,29 +18,41 @@ namespace blockhouse {
 // without overflow.
 inline constexpr std::size_t largestDocument = 1'000'000'000;
 
-// Every byte of a normal file. A directory, a pipe, a device and a file of more than `limit` bytes are errors, never a
-// wait.
-Result<std::string> readWholeFile(const std::string& path, std::size_t limit = std::string::npos);
+// The most bytes of a file that holds a list.
+inline constexpr std::size_t largestListFile = 16'000'000;
 
-// Replaces the whole content: afterwards the file holds the old bytes or the new ones, never a mix, whatever
-// happens in between. Permissions survive, a symbolic link stays one and its target is replaced. Where the folder
-// forbids a new file, the file is written in place.
-Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
+// Every byte of a normal file. A directory, a pipe and a device are errors, never a wait; so are more than `limit`
+// bytes, whatever size the file claims to have.
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit = std::string::npos);
 
 struct StampedBytes {
     std::string bytes;
-    FileStamp stamp;
+    FileStamp stamp; // of the state before the first byte was read
 };
 
+// As readWholeFile().
 Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit = std::string::npos);
 
+// Replaces the whole content: afterwards the file holds the old bytes or the new ones, never a mix, whatever happens
+// in between. A symbolic link stays one and its target is replaced.
+//
+// Owner, permissions, access list and extended attributes survive. A group that cannot be kept leaves the new group no
+// more rights than everybody has. The file is written in place where the folder forbids a new file, and where access
+// list, attributes or further names of the file (hard links) could not be kept otherwise; only then an I/O error or
+// the end of the process can leave a mix.
+Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
+
 struct Replaced {
-    FileStamp stamp;
-    std::string backup;
+    FileStamp stamp;    // of what was written
+    std::string backup; // the path of what others had written, empty if nobody had
 };
 
+// As replaceWholeFile(). But a file that is in another state than `known` holds what somebody else wrote, and that is
+// kept in the same folder as "<stem> <date> <time>.bak"; if it cannot be kept, nothing is written. Without a known
+// state nothing is kept.
 Result<Replaced> replaceKnownFile(const std::string& path, std::string_view bytes,
                                   const std::optional<FileStamp>& known);
+
 // Names of the directory's normal files, hidden ones left out, ordered byte by byte after lowering. A name that
 // does not match `pattern` is left out ("" takes every name; see matchesPattern).
 Result<std::vector<std::string>> fileNamesIn(const std::string& directory, std::string_view pattern = {});

@@ -65,6 +65,12 @@ ssize_t __real_write(int file, const void* bytes, size_t size);
 int __real_fsync(int file);
 int __real_close(int file);
 int __real_rename(const char* from, const char* to);
+int __real_renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags);
+int __real_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags);
+int __real_link(const char* from, const char* to);
+int __real_unlink(const char* path);
+int __real_fchown(int file, uid_t owner, gid_t group);
+int __real_fsetxattr(int file, const char* name, const void* value, size_t size, int flags);
 int __real_fstat(int file, struct stat* status);
 int __real_stat(const char* path, struct stat* status);
 int __real_fchmod(int file, mode_t mode);
@@ -76,10 +82,12 @@ dirent* __real_readdir(DIR* entries);
 int __wrap_open(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const auto mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : mode_t{};
+    // O_TMPFILE has more than one bit.
+    const bool makes = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    const auto mode = makes ? va_arg(arguments, mode_t) : mode_t{};
     va_end(arguments);
     // Making a file and opening one fail for reasons of their own.
-    return fails((flags & O_CREAT) != 0 ? "create" : "open") ? -1 : __real_open(path, flags, mode);
+    return fails(makes ? "create" : "open") ? -1 : __real_open(path, flags, mode);
 }
 
 ssize_t __wrap_read(int file, void* room, size_t size) {
@@ -107,6 +115,31 @@ int __wrap_close(int file) {
 
 int __wrap_rename(const char* from, const char* to) {
     return fails("rename") ? -1 : __real_rename(from, to);
+}
+
+int __wrap_renameat2(int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
+    // Exchanging names is the other way of taking a name over.
+    return fails("rename") ? -1 : __real_renameat2(fromFolder, from, toFolder, to, flags);
+}
+
+int __wrap_linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+    return fails("linkat") ? -1 : __real_linkat(fromFolder, from, toFolder, to, flags);
+}
+
+int __wrap_link(const char* from, const char* to) {
+    return fails("link") ? -1 : __real_link(from, to);
+}
+
+int __wrap_unlink(const char* path) {
+    return fails("unlink") ? -1 : __real_unlink(path);
+}
+
+int __wrap_fchown(int file, uid_t owner, gid_t group) {
+    return fails("fchown") ? -1 : __real_fchown(file, owner, group);
+}
+
+int __wrap_fsetxattr(int file, const char* name, const void* value, size_t size, int flags) {
+    return fails("fsetxattr") ? -1 : __real_fsetxattr(file, name, value, size, flags);
 }
 
 int __wrap_fstat(int file, struct stat* status) {

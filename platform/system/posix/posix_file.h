@@ -1,6 +1,7 @@
 // What the files that call the operating system share.
 #pragma once
 
+#include "platform/system/FileStamp.h"
 #include "platform/text/Result.h"
 
 #include <cerrno>
@@ -70,9 +71,15 @@ inline std::optional<FileError> refusalOf(const std::string& path, const struct 
     return S_ISDIR(status.st_mode) ? errorOf(path, EISDIR) : FileError{path, "Not a normal file"};
 }
 
+inline FileStamp stampFrom(const struct stat& status) {
+    return {static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
+            static_cast<std::uint64_t>(status.st_size), static_cast<std::int64_t>(status.st_mtim.tv_sec),
+            static_cast<std::int64_t>(status.st_mtim.tv_nsec)};
+}
+
 struct NormalFile {
     Descriptor descriptor;
-    std::uintmax_t size;
+    FileStamp stamp;
 };
 
 inline Result<NormalFile> openNormalFile(const std::string& path) {
@@ -87,7 +94,7 @@ inline Result<NormalFile> openNormalFile(const std::string& path) {
         return errorOf(path, errno);
     if (auto refusal = refusalOf(path, status))
         return *std::move(refusal);
-    return NormalFile{std::move(descriptor), static_cast<std::uintmax_t>(status.st_size)};
+    return NormalFile{std::move(descriptor), stampFrom(status)};
 }
 
 } // namespace blockhouse

@@ -1,0 +1,12 @@
+// What a save leaves behind if its process is killed.
+#pragma once
+
+#include <string>
+
+namespace blockhouse {
+
+// Removes the user's own ".blockhouse-<process>-<n>.tmp" files from the folder whose process has ended and that are
+// older than a day: the process may run on another machine that shares the folder. Once for each folder.
+void removeStaleFiles(const std::string& directory);
+
+} // namespace blockhouse

@@ -11,6 +11,7 @@
 #include "platform/widgets/window_lock.h"
 
 #include <memory>
+#include <new>
 #include <optional>
 
 namespace blockhouse {
@@ -41,8 +42,12 @@ constexpr double progressAfter(HeaderKind kind) {
 bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     const auto unreadable = std::make_shared<std::optional<FileError>>();
     txt_edit->setReadOnly(true);
-    const LongWork::Outcome outcome =
-        work_.run(stepsOfOpening(Txt_path, Startout, unreadable), LongWork::Pointer::Hourglass);
+    LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
+    try {
+        outcome = work_.run(stepsOfOpening(Txt_path, Startout, unreadable), LongWork::Pointer::Hourglass);
+    } catch (const std::bad_alloc&) {
+        *unreadable = FileError{Txt_path, "Cannot allocate memory"};
+    }
     if (*unreadable) {
         refuse(**unreadable);
         return false;
@@ -95,6 +100,10 @@ LongWork::Then fr_edit::readFile(const std::string& path, std::optional<FileErro
     Result<StampedBytes> file = readStampedFile(path, largestDocument);
     if (!file) {
         unreadable = file.error();
+        return LongWork::Then::End;
+    }
+    if (!RichTextBox::canHold(file.value().bytes)) {
+        unreadable = FileError{path, "File too large"};
         return LongWork::Then::End;
     }
     Filetext = std::move(file).value().bytes;

@@ -29,7 +29,7 @@ LongWork::Step readingOf(const std::string& path, EntryList& list) {
     const auto reader = std::make_shared<std::optional<ListFileReader>>();
     return [path, &list, reader] {
         if (!*reader) {
-            Result<std::string> bytes = readWholeFile(path);
+            Result<std::string> bytes = readWholeFile(path, largestListFile);
             if (!bytes)
                 return Then::NextStep;
             reader->emplace(std::move(bytes).value());

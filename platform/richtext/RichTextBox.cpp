@@ -9,6 +9,7 @@
 #include <QMenu>
 
 #include <algorithm>
+#include <new>
 
 namespace blockhouse {
 namespace {
@@ -91,6 +92,12 @@ std::string RichTextBox::textAt(Position start, std::ptrdiff_t length) const {
     const BytePosition last = index_.byteOf(start + std::max<std::ptrdiff_t>(length, 0));
     const std::string_view utf8 = engine_.text({first, last});
     return index_.everyCharacterIsOneByte() ? std::string(utf8) : codepage::fromUtf8(utf8).bytes;
+}
+
+bool RichTextBox::canHold(std::string_view bytes) {
+    constexpr std::size_t most = 2'000'000'000; // the engine counts in 31 bits
+    constexpr std::size_t longestCharacter = 3;
+    return bytes.size() <= most / longestCharacter || codepage::utf8Length(bytes) <= most;
 }
 
 void RichTextBox::setText(std::string_view bytes) {
@@ -221,6 +228,12 @@ void RichTextBox::replaceDocument(std::string_view bytes) {
     engine_.tell(SCI_ALLOCATE, static_cast<std::ptrdiff_t>(utf8.size()) + 1);
     engine_.tell(SCI_APPENDTEXT, utf8);
     styles_.textReplaced();
+    // The engine keeps its own failures to itself.
+    if (engine_.length() == static_cast<BytePosition>(utf8.size()))
+        return;
+    engine_.tell(SCI_CLEARALL);
+    engine_.tell(SCI_SETSTATUS, SC_STATUS_OK);
+    throw std::bad_alloc();
 }
 
 // --- Selection --------------------------------------------------------------------------------------------------

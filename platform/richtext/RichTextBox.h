@@ -38,7 +38,10 @@ public:
 
     // --- Whole text -------------------------------------------------------------------------------------------
     [[nodiscard]] std::string text() const;
-    // Everything in the default colours, caret at the start, nothing to undo.
+    // Whether the text engine can take such a text: as UTF-8 it must be shorter than 2 GB.
+    [[nodiscard]] static bool canHold(std::string_view bytes);
+    // Everything in the default colours, caret at the start, nothing to undo. Throws std::bad_alloc when memory runs
+    // out, as does all that sets the whole text; the box is empty then.
     void setText(std::string_view bytes);
     [[nodiscard]] std::ptrdiff_t textLength() const;
     // The characters of [start, start + length).

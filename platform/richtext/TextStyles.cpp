@@ -16,13 +16,6 @@ using Sci = QsciScintillaBase;
 
 constexpr std::size_t chunk = 1 << 16;
 
-std::size_t utf8Length(std::string_view bytes) {
-    std::size_t length = 0;
-    for (const char byte : bytes)
-        length += static_cast<unsigned char>(byte) < 0x80 ? 1U : codepage::codePointOf(byte) < 0x800 ? 2U : 3U;
-    return length;
-}
-
 std::ptrdiff_t characters(std::string_view utf8) {
     return std::count_if(utf8.begin(), utf8.end(), [](char byte) { return (byte & 0xC0) != 0x80; });
 }
@@ -161,7 +154,7 @@ void TextStyles::recolourAll(std::string_view bytes, std::span<const rtf::Colour
         return;
     plainFrom_ = engine_.length();
     const bool oneByteEach = static_cast<BytePosition>(bytes.size()) == engine_.length();
-    const auto length = [&](std::string_view part) { return oneByteEach ? part.size() : utf8Length(part); };
+    const auto length = [&](std::string_view part) { return oneByteEach ? part.size() : codepage::utf8Length(part); };
     StyleWriter writer(engine_);
     std::string_view rest = bytes;
     for (const rtf::ColourRun& run : runs) {

@@ -126,6 +126,13 @@ bool isAscii(std::string_view bytes) {
     return asciiPrefix(bytes) == bytes.size();
 }
 
+std::size_t utf8Length(std::string_view bytes) {
+    std::size_t length = 0;
+    for (const char byte : bytes)
+        length += static_cast<unsigned char>(byte) < 0x80 ? 1U : codePointOf(byte) < 0x800 ? 2U : 3U;
+    return length;
+}
+
 std::string toUtf8(std::string_view bytes) {
     std::string utf8;
     const std::size_t beyondAscii = bytes.size() - asciiPrefix(bytes);

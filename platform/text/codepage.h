@@ -15,6 +15,8 @@ namespace blockhouse::codepage {
 [[nodiscard]] bool isAscii(std::string_view bytes);
 
 [[nodiscard]] std::string toUtf8(std::string_view bytes);
+// The length of toUtf8().
+[[nodiscard]] std::size_t utf8Length(std::string_view bytes);
 
 struct Encoded {
     std::string bytes;

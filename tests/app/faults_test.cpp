@@ -5,6 +5,7 @@
 #include "placement/Form2.h"
 #include "platform/system/files.h"
 #include "shell/Fr_main.h"
+#include "tests/support/MemoryFault.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/SystemFault.h"
 #include "tests/support/TempFolder.h"
@@ -61,6 +62,31 @@ protected:
     MessageBoxReader boxes_;
     std::unique_ptr<Program> program_;
 };
+
+// Each of the large allocations on the way fails in turn: the file's bytes, the text in the box, its styles.
+TEST_F(Faults, AFileThatMemoryRunsOutForIsTold) {
+    constexpr std::size_t large = 3'000'000;
+    std::string bytes;
+    while (bytes.size() < large)
+        bytes += "Object Alphaone ; one\r\nEnd\r\n";
+    const std::string path = temp_.file("large.ini", bytes);
+    const QPointer<fr_edit> other = program().openEditor(file_);
+    QTest::keyClicks(other->txt_edit, "typed");
+    int failed = 0;
+    for (int spared = 0; failed == spared; ++spared) {
+        const MemoryFault fault(large, spared);
+        fr_edit* opened = program().openEditor(path);
+        if (MemoryFault::failures() == 0)
+            break;
+        EXPECT_FALSE(opened) << spared;
+        ++failed;
+    }
+    EXPECT_GE(failed, 3);
+    EXPECT_EQ(boxes_.messages(), QStringList(failed, told(path, "could not be opened.", "Cannot allocate memory")));
+    deleteWhatWasClosed();
+    ASSERT_TRUE(other);
+    EXPECT_EQ(other->txt_edit->text(), "typed" + text) << "other texts are as they were";
+}
 
 struct WriteFault {
     const char* call;

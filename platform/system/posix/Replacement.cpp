@@ -140,12 +140,12 @@ int Replacement::takePlaceOf(const FileStamp& known, std::string& backup) {
 }
 
 int Replacement::exchange(const FileStamp& known, std::string& backup) {
-    const std::string old = std::exchange(path_, {}); // from here on it is not ours to remove
+    const std::string old = std::exchange(path_, {}); // it may be somebody else's text now
 
     struct stat status {};
 
     if (::stat(old.c_str(), &status) == 0 && stampFrom(status) == known)
-        path_ = old;
+        ::unlink(old.c_str());
     else if (const int error = renameToBackup(old, target_, backup); error != 0)
         backup = old; // whole, if under an odd name
     return finish();

@@ -1,0 +1,315 @@
+// What a save keeps of a file beside its bytes, and of what others wrote into it.
+#include "platform/system/files.h"
+#include "tests/support/SystemFault.h"
+#include "tests/support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+#include <vector>
+
+namespace blockhouse {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* accessList = "system.posix_acl_access";
+constexpr const char* accessListOfNewFiles = "system.posix_acl_default";
+constexpr const char* note = "user.note";
+
+// owner rw, one more user rw, group nothing, mask rw, others nothing; as the kernel lays it out.
+std::string oneMoreUser() {
+    struct Entry {
+        std::uint16_t tag;
+        std::uint16_t rights;
+        std::uint32_t id;
+    };
+
+    constexpr std::uint32_t none = 0xFFFFFFFF;
+    constexpr Entry entries[] = {{1, 6, none}, {2, 6, 4242}, {4, 0, none}, {16, 6, none}, {32, 0, none}};
+    constexpr std::uint32_t version = 2;
+    std::string list(sizeof version + sizeof entries, '\0');
+    std::memcpy(list.data(), &version, sizeof version);
+    std::memcpy(list.data() + sizeof version, entries, sizeof entries);
+    return list;
+}
+
+bool set(const std::string& path, const char* name, const std::string& value) {
+    return ::setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+}
+
+std::string valueOf(const std::string& path, const char* name) {
+    std::array<char, 256> value{};
+    const ssize_t size = ::getxattr(path.c_str(), name, value.data(), value.size());
+    return size < 0 ? std::string("none") : std::string(value.data(), static_cast<std::size_t>(size));
+}
+
+struct stat statusOf(const std::string& path) {
+    struct stat status {};
+
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    return status;
+}
+
+class Kept : public testing::Test {
+protected:
+    Kept() { ::chmod(path.c_str(), 0640); }
+
+    void replace(const std::string& bytes) const {
+        const Result<Done> written = replaceWholeFile(path, bytes);
+        EXPECT_TRUE(written.ok()) << written.error().cause;
+        EXPECT_EQ(readWholeFile(path).value(), bytes);
+    }
+
+    [[nodiscard]] std::vector<std::string> entries() const {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path()))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    // The one that is kept beside.
+    [[nodiscard]] std::string backup() const {
+        for (const std::string& name : entries())
+            if (name.ends_with(".bak"))
+                return folder.path() + "/" + name;
+        return {};
+    }
+
+    TempFolder folder;
+    std::string path = folder.file("units.ini", "old");
+};
+
+TEST_F(Kept, AccessListAndAttributes) {
+    if (!set(path, accessList, oneMoreUser()) || !set(path, note, "mine"))
+        GTEST_SKIP() << "this file system has no access lists";
+    const mode_t mode = statusOf(path).st_mode;
+    replace("new");
+    EXPECT_EQ(valueOf(path, accessList), oneMoreUser());
+    EXPECT_EQ(valueOf(path, note), "mine");
+    EXPECT_EQ(statusOf(path).st_mode, mode);
+    {
+        const SystemFault cannotBeKept("fsetxattr", ENOSPC);
+        replace("written over");
+        EXPECT_EQ(SystemFault::failures(), 1);
+    }
+    EXPECT_EQ(valueOf(path, accessList), oneMoreUser()) << "written in place";
+    EXPECT_EQ(entries().size(), 1U);
+}
+
+TEST_F(Kept, NobodyGetsTheFolderslListForNewFiles) {
+    if (!set(folder.path(), accessListOfNewFiles, oneMoreUser()))
+        GTEST_SKIP() << "this file system has no access lists";
+    ASSERT_EQ(valueOf(path, accessList), "none");
+    replace("new");
+    EXPECT_EQ(valueOf(path, accessList), "none");
+    EXPECT_EQ(statusOf(path).st_mode & 0777, 0640U);
+}
+
+TEST_F(Kept, AGroupThatCannotBeKeptPassesNoRightsToAnother) {
+    ::chmod(path.c_str(), 02664);
+    {
+        const SystemFault foreignGroup("fchown", EPERM);
+        replace("new");
+    }
+    EXPECT_EQ(statusOf(path).st_mode & 07777, 0644U);
+    ::chmod(path.c_str(), 0660);
+    {
+        const SystemFault foreignGroup("fchown", EPERM);
+        replace("newer");
+    }
+    EXPECT_EQ(statusOf(path).st_mode & 07777, 0600U);
+    if (!set(path, accessList, oneMoreUser()))
+        return;
+    const SystemFault foreignGroup("fchown", EPERM);
+    const auto before = statusOf(path);
+    replace("newest");
+    EXPECT_EQ(statusOf(path).st_ino, before.st_ino) << "an access list tells the group's rights: written in place";
+    EXPECT_EQ(valueOf(path, accessList), oneMoreUser());
+}
+
+TEST_F(Kept, HardLinks) {
+    const std::string second = folder.path() + "/second.ini";
+    fs::create_hard_link(path, second);
+    replace("new");
+    EXPECT_EQ(readWholeFile(second).value(), "new");
+    EXPECT_EQ(statusOf(path).st_nlink, 2U);
+}
+
+TEST_F(Kept, WrittenInPlaceWhereRoomCannotBeSetAside) {
+    fs::create_hard_link(path, folder.path() + "/second.ini");
+    const std::string longer(200'000, 'x');
+    for (const int unsupported : {EBADF, EOPNOTSUPP, EINVAL}) {
+        const SystemFault fault("posix_fallocate", unsupported);
+        replace("short");
+        replace(longer);
+        EXPECT_GT(SystemFault::failures(), 0);
+    }
+    replace("short");
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit full{100'000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    {
+        const SystemFault fault("posix_fallocate", EBADF);
+        EXPECT_EQ(replaceWholeFile(path, longer).error().cause, "File too large");
+    }
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(readWholeFile(path).value(), "short") << "a full disk is found before the old bytes are touched";
+}
+
+TEST_F(Kept, WhatOthersWroteIsKeptBeside) {
+    const FileStamp known = readStampedFile(path).value().stamp;
+    const auto saved = [&](const char* bytes, const std::optional<FileStamp>& stamp) {
+        const Result<Replaced> replaced = replaceKnownFile(path, bytes, stamp);
+        EXPECT_TRUE(replaced.ok());
+        EXPECT_EQ(readWholeFile(path).value(), bytes);
+        EXPECT_EQ(replaced.value().stamp, stampOf(path)) << "what was written is known";
+        return replaced.value();
+    };
+    const FileStamp mine = saved("mine", known).stamp;
+    EXPECT_EQ(entries().size(), 1U) << "nobody else wrote";
+    std::ofstream(path) << "theirs";
+    const std::string kept = saved("mine again", mine).backup;
+    EXPECT_EQ(kept, backup());
+    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
+    const std::string name = fs::path(kept).filename().string();
+    ASSERT_EQ(name.size(), std::strlen("units 2026-11-23 18.38.05.bak"));
+    EXPECT_EQ(name.substr(0, 8), "units 20");
+
+    std::ofstream(path) << "theirs, too";
+    const std::string second = saved("mine for ever", mine).backup;
+    EXPECT_NE(second, kept) << "kept names are not taken again";
+    EXPECT_EQ(readWholeFile(second).value(), "theirs, too");
+    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
+
+    fs::remove(path);
+    EXPECT_EQ(saved("back", mine).backup, "") << "gone, there is nothing to keep";
+    std::ofstream(path) << "chosen to be written over";
+    EXPECT_EQ(saved("over", std::nullopt).backup, "");
+}
+
+TEST_F(Kept, WhatOthersWroteIsKeptOnEveryKindOfFileSystem) {
+    const struct {
+        const char* what;
+        const char* call;
+        int error;
+    } cases[] = {
+        {"names cannot be exchanged", "rename", EINVAL},
+        {"the name is held", "rename", EBUSY},
+        {"no new file", "create", EACCES},
+        {"no second names", "link", EPERM},
+        {"no files without names", "linkat", ENOENT},
+    };
+
+    for (const auto& c : cases) {
+        const TempFolder here;
+        const std::string file = here.file("units.ini", "mine");
+        const FileStamp mine = stampOf(file).value();
+        std::ofstream(file) << "theirs";
+        const bool isFirstOnly = std::string_view(c.call) != "link" && std::string_view(c.call) != "linkat";
+        Result<Replaced> replaced = FileError{};
+        {
+            const SystemFault fault(c.call, c.error, 0, isFirstOnly ? (c.error == EACCES ? 2 : 1) : 100);
+            replaced = replaceKnownFile(file, "mine again", mine);
+            EXPECT_GT(SystemFault::failures(), 0) << c.what;
+        }
+        ASSERT_TRUE(replaced.ok()) << c.what << ": " << replaced.error().cause;
+        EXPECT_EQ(readWholeFile(file).value(), "mine again") << c.what;
+        EXPECT_EQ(readWholeFile(replaced.value().backup).value(), "theirs") << c.what;
+    }
+}
+
+TEST_F(Kept, WithoutRoomForWhatOthersWroteNothingIsWritten) {
+    fs::create_hard_link(path, folder.path() + "/second.ini");
+    const FileStamp mine = stampOf(path).value();
+    std::ofstream(path) << "theirs";
+    // The first new file is the replacement, which two names forbid to use; the next two would be the copy.
+    const SystemFault noNewFile("create", ENOSPC, 1);
+    const Result<Replaced> replaced = replaceKnownFile(path, "mine again", mine);
+    EXPECT_EQ(replaced.error().cause, "No space left on device");
+    EXPECT_EQ(readWholeFile(path).value(), "theirs");
+}
+
+TEST_F(Kept, OnlyOwnStaleFilesOfADeadProcessAreRemoved) {
+    const pid_t dead = fork();
+    if (dead == 0)
+        _exit(0);
+    ASSERT_EQ(waitpid(dead, nullptr, 0), dead);
+    const std::string gone = std::to_string(dead);
+    const std::string alive = std::to_string(::getpid());
+    const std::string old = ".blockhouse-" + gone + "-7.tmp";
+    const std::string kept[] = {".blockhouse-" + gone + "-8.tmp", ".blockhouse-" + alive + "-7.tmp",
+                                ".blockhouse-" + gone + ".tmp",   ".blockhouse-" + gone + "-7.tmp2",
+                                ".blockhouse-" + gone + "-x.tmp", "blockhouse-" + gone + "-7.tmp"};
+    const auto make = [&](const std::string& name, bool aged) {
+        const std::string file = folder.file(name, "x");
+        if (aged)
+            fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(25));
+    };
+    make(old, true);
+    for (const std::string& name : kept)
+        make(name, name != kept[0]);
+    replace("new");
+    EXPECT_FALSE(fs::exists(folder.path() + "/" + old));
+    for (const std::string& name : kept)
+        EXPECT_TRUE(fs::exists(folder.path() + "/" + name)) << name;
+}
+
+TEST_F(Kept, ReadingHoldsItsLimitWhateverTheFileClaims) {
+    EXPECT_EQ(readWholeFile(path, 3).value(), "old");
+    EXPECT_EQ(readWholeFile(path, 2).error().cause, "File too large");
+    ASSERT_EQ(fs::file_size("/proc/self/status"), 0U);
+    EXPECT_EQ(readWholeFile("/proc/self/status", 10).error().cause, "File too large");
+}
+
+// As AProcessKilledAtAnyCallOfASave..., for a file that somebody else has changed.
+TEST_F(Kept, AProcessKilledAtAnyCallLosesNeitherText) {
+    replace("old"); // the first save into a folder looks through it
+    const FileStamp never{1, 2, 3, 4, 5};
+    bool killed = true;
+    int calls = 0;
+    for (; killed; ++calls) {
+        const TempFolder here;
+        const std::string file = here.file("units.ini", "theirs");
+        const pid_t child = fork();
+        if (child == 0) {
+            dieAtCall(calls);
+            const bool written = replaceKnownFile(file, "mine", never).ok();
+            dieAtCall(-1);
+            _exit(written ? 0 : 1);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        killed = WIFSIGNALED(status);
+        ASSERT_TRUE(killed || WEXITSTATUS(status) == 0) << calls;
+        bool theirsIsThere = false;
+        for (const auto& entry : fs::directory_iterator(here.path()))
+            theirsIsThere = theirsIsThere || readWholeFile(entry.path().string()).value() == "theirs";
+        EXPECT_TRUE(theirsIsThere) << "killed at call " << calls;
+        const std::string left = readWholeFile(file).value();
+        EXPECT_TRUE(left == "theirs" || left == "mine") << "killed at call " << calls;
+        ASSERT_LT(calls, 200);
+    }
+    EXPECT_GT(calls, 8);
+}
+
+} // namespace
+} // namespace blockhouse

@@ -18,7 +18,8 @@ void requireLocalDrop(const std::string& before, TextPosition position, CanvasPo
     const auto start = static_cast<std::size_t>(position.value) - 1;
     const char lineEnd = before.find('\r') == std::string::npos ? '\n' : '\r';
     const std::size_t end = std::min(before.find(lineEnd, start), before.size());
-    require(after == before.substr(0, start) + *line + before.substr(end), "a drop has changed more than its line");
+    require(after == before.substr(0, start) + line->after + before.substr(end),
+            "a drop has changed more than its line");
 }
 
 } // namespace

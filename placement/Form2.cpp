@@ -6,7 +6,9 @@
 #include "platform/text/paths.h"
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
+#include "platform/widgets/svg_icon.h"
 #include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>
@@ -30,11 +32,16 @@ QStringList namesOf(const std::vector<Entry>& entries) {
 
 void Form2::Openfile(const std::string& Txt_path, TextPosition) {
     bringUp(this);
-    Result<std::string> file = readWholeFile(Txt_path, largestDocument);
+    Result<StampedBytes> file = readStampedFile(Txt_path, largestDocument);
     if (!file)
         return tellFileError(this, tr("could not be opened."), file.error());
     Filepath = Txt_path;
-    Filetext = std::move(file).value();
+    known_ = file.value().stamp;
+    Filetext = std::move(file).value().bytes;
+    drops_.clear();
+    labelWritten->clear();
+    notices->dismiss();
+    showWhetherSaved();
     setWindowTitle(displayed(captionOf(Txt_path)));
     m_save_->setEnabled(true);
 
@@ -47,8 +54,23 @@ void Form2::Openfile(const std::string& Txt_path, TextPosition) {
 }
 
 void Form2::save() {
-    if (const Result<Done> written = replaceWholeFile(Filepath, Filetext); !written)
-        tellFileError(this, tr("could not be saved."), written.error());
+    const Result<Replaced> written = replaceKnownFile(Filepath, Filetext, known_);
+    if (!written)
+        return tellFileError(this, tr("could not be saved."), written.error());
+    known_ = written.value().stamp;
+    drops_.saved();
+    showWhetherSaved();
+    if (const std::string& backup = written.value().backup; !backup.empty())
+        notices->tell(QStringLiteral("backup"),
+                      tr("The file had been changed by another program or window. That text is kept as \"%1\".")
+                          .arg(displayed(LastPathPart(backup))),
+                      displayed(backup));
+}
+
+void Form2::showWhetherSaved() {
+    setWindowIcon(QIcon());
+    if (!drops_.isSaved())
+        setWindowIcon(withDot(windowIcon()));
 }
 
 void Form2::open() {
@@ -95,6 +117,10 @@ void Form2::listStructures(const BuildListScan& scan) {
 }
 
 void Form2::tellFailures(const std::vector<ScanFailure>& failures) {
+    const auto topic = QStringLiteral("unreadable");
+    if (failures.empty())
+        return notices->withdraw(topic);
+    notices->tell(topic, documentText(unreadableStructures(Filetext, failures)));
     for (const ScanFailure& failure : failures)
         if (!tellOneOfMany(*this, documentText(failure.message())))
             return;
@@ -109,6 +135,8 @@ void Form2::press(CanvasPoint pointer) {
     const MarkBoard::Press press = board_.press(pointer);
     if (press.hit)
         Combo2->setCurrentIndex(static_cast<int>(*press.hit));
+    if (board_.selected())
+        pressedMark_ = board_.marks()[*board_.selected()].topLeft;
     if (press.changed)
         Picture1->update();
 }
@@ -127,11 +155,58 @@ void Form2::release(CanvasPoint pointer) {
     const auto line = replaceLocation(Filetext, structures_[drop->index].position, drop->point);
     if (!line)
         return;
+    const QString written = QString::fromStdString(line->after);
+    const std::string name = structures_[drop->index].name;
+    drops_.add({Combo1->currentIndex(), drop->index, name, pressedMark_, board_.marks()[drop->index].topLeft, *line});
     log1->moveCursor(QTextCursor::End);
-    log1->insertPlainText(QString::fromStdString(*line) + QLatin1Char('\n'));
+    log1->insertPlainText(written + QLatin1Char('\n'));
+    tellWritten(documentText(name), written, true);
+    showWhetherSaved();
     Picture1->update();
     const SearchRange range = chosenRange();
     loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop->index));
+}
+
+void Form2::tellWritten(const QString& name, const QString& line, bool canUndo) {
+    const QString what = tr("%1: %2").arg(name, line);
+    labelWritten->setText(canUndo ? tr("%1 (Ctrl+Z takes it back)").arg(what) : what);
+    labelWritten->adjustSize();
+}
+
+void Form2::undo() {
+    const auto drop = drops_.undo(Filetext);
+    if (!drop)
+        return;
+    // The log lists the lines that are in the text.
+    const QString last = QString::fromStdString(drop->line.after) + QLatin1Char('\n');
+    if (const QString log = log1->toPlainText(); log.endsWith(last))
+        log1->setPlainText(log.chopped(last.size()));
+    showDrop(*drop, drop->markBefore);
+    tellWritten(documentText(drop->name), documentText(drop->line.before), false);
+}
+
+void Form2::redo() {
+    const auto drop = drops_.redo(Filetext);
+    if (!drop)
+        return;
+    const QString line = QString::fromStdString(drop->line.after);
+    log1->moveCursor(QTextCursor::End);
+    log1->insertPlainText(line + QLatin1Char('\n'));
+    showDrop(*drop, drop->markAfter);
+    tellWritten(documentText(drop->name), line, true);
+}
+
+// A side that is chosen only now has its marks where the text says.
+void Form2::showDrop(const DroppedStructure& drop, CanvasPoint mark) {
+    const bool isShown = Combo1->currentIndex() == drop.side;
+    if (!isShown)
+        Combo1->setCurrentIndex(drop.side);
+    const SearchRange range = chosenRange();
+    loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop.structure));
+    if (isShown)
+        static_cast<void>(board_.put(drop.structure, mark));
+    showWhetherSaved();
+    Picture1->update();
 }
 
 void Form2::closeEvent(QCloseEvent* event) {

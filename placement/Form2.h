@@ -2,7 +2,9 @@
 #pragma once
 
 #include "placement/build_list.h"
+#include "placement/DropHistory.h"
 #include "placement/mark_board.h"
+#include "platform/system/FileStamp.h"
 
 #include <QFrame>
 #include <QGroupBox>
@@ -11,6 +13,7 @@
 #include <QPushButton>
 #include <QWidget>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +26,7 @@ namespace blockhouse {
 
 class Canvas;
 class DropDownList;
+class NoticeArea;
 
 class Form2 : public QWidget {
     Q_OBJECT
@@ -51,9 +55,16 @@ public:
     QPlainTextEdit* Text1;
     QFrame* Picture2;
     QLabel* Label2;
+    QLabel* labelWritten; // what the last click wrote into the text
+    NoticeArea* notices;
     QGroupBox* Frame1;
     QPlainTextEdit* log1;
     QPushButton* Command1;
+
+    // The last drop is taken back, or done again: in the text, on the canvas and in the log. The side that it belongs
+    // to is chosen.
+    void undo();
+    void redo();
 
     // The entries of the two lists.
     [[nodiscard]] const std::vector<SideEntry>& sides() const { return sides_; }
@@ -82,6 +93,9 @@ private:
     [[nodiscard]] SearchRange chosenRange() const;
     void chooseStructure(int index);
     void listStructures(const BuildListScan& scan);
+    void showDrop(const DroppedStructure& drop, CanvasPoint mark);
+    void tellWritten(const QString& name, const QString& line, bool canUndo);
+    void showWhetherSaved();
     void tellFailures(const std::vector<ScanFailure>& failures);
 
     void press(CanvasPoint pointer);
@@ -90,7 +104,10 @@ private:
 
     std::vector<SideEntry> sides_;
     std::vector<StructureEntry> structures_;
-    SearchRange listedRange_{}; // by the last loadcombo2()
+    DropHistory drops_;
+    std::optional<FileStamp> known_; // the file as it was read or written here
+    CanvasPoint pressedMark_{};      // where the selected mark stood when the button was pressed
+    SearchRange listedRange_{};      // by the last loadcombo2()
     MarkBoard board_;
     QStringListModel* sideNames_;
     QStringListModel* structureNames_;

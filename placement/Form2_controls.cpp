@@ -5,6 +5,7 @@
 #include "platform/widgets/controls.h"
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/screen_room.h"
 
 #include <QAction>
@@ -65,6 +66,9 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     Picture2 = named(new Strip(this), "Picture2", tr("Status"));
     column->addWidget(Picture2);
     Label2 = named(new QLabel(Picture2), "Label2", tr("Pointer coordinates"));
+    labelWritten = named(new QLabel(Picture2), "labelWritten", tr("Written into the text"));
+    labelWritten->setTextFormat(Qt::PlainText);
+    notices = new NoticeArea(*room);
     fitToFont();
     startAtSizeFor(*room);
 
@@ -84,6 +88,8 @@ void Form2::changeEvent(QEvent* event) {
 // What has a text of the desktop's font is larger than by design where the font is too large for it.
 void Form2::fitToFont() {
     Label2->adjustSize();
+    labelWritten->adjustSize();
+    labelWritten->move(textWidth(*Label2, QStringLiteral("x: -10000.00 y: -10000.00")) + 12, 0);
     Picture2->setFixedHeight(std::max(stripHeight, textHeight(*Label2) + 1));
     QRect log = designPlace(240, 240, 5655, 3615);
     log.setTop(std::max(log.top(), textHeight(*Frame1) + 2)); // below the frame's caption
@@ -117,6 +123,13 @@ QMenuBar* Form2::makeMenus() {
     m_save_ = item(file, "m_save", tr("&Save ME"), [this] { save(); });
     m_save_->setShortcut(QKeySequence::Save);
     m_save_->setEnabled(false); // until there is something to save
+    const auto key = [this](const QKeySequence& sequence, void (Form2::*act)()) {
+        const auto* shortcut = new QShortcut(sequence, this);
+        connect(shortcut, &QShortcut::activated, this, act);
+    };
+    key(Qt::CTRL | Qt::Key_Z, &Form2::undo);
+    key(Qt::CTRL | Qt::Key_Y, &Form2::redo);
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, &Form2::redo);
     QMenu* view = menu("mnu_view", tr("&View"));
     item(view, "m_linelog", tr("&line Log"), [this] {
         Frame1->show();

@@ -172,15 +172,15 @@ public:
         const TextPosition atY = yKeyword_.atOrAfter(structure.position);
         std::string name(structure.name);
         if (atX > end || atY > end) {
-            fail(ScanFailure::Kind::LocationNotFound, std::move(name));
+            fail(ScanFailure::Kind::LocationNotFound, structure);
             return;
         }
         const Value& x = x_.at(atX);
         const Value& y = y_.at(atY);
         if (!x.ended || !y.ended) {
-            fail(ScanFailure::Kind::NoValueEnd, std::move(name));
+            fail(ScanFailure::Kind::NoValueEnd, structure);
         } else if (!x.number || !y.number) {
-            fail(ScanFailure::Kind::NoNumber, std::move(name));
+            fail(ScanFailure::Kind::NoNumber, structure);
         } else {
             const Colour colour = Getcolord(name);
             scan_.structures.push_back({{std::move(name), atX}, {{*x.number}, {*y.number}}, colour});
@@ -190,7 +190,9 @@ public:
     [[nodiscard]] BuildListScan result() && { return std::move(scan_); }
 
 private:
-    void fail(ScanFailure::Kind kind, std::string name) { scan_.failures.push_back({kind, std::move(name)}); }
+    void fail(ScanFailure::Kind kind, const NamedKeyword& structure) {
+        scan_.failures.push_back({kind, std::string(structure.name), structure.position});
+    }
 
     NextOccurrence end_;
     NextOccurrence xKeyword_;
@@ -212,6 +214,24 @@ std::string ScanFailure::message() const {
         break;
     }
     return "Could not find location for " + name + ":Skipping";
+}
+
+std::string unreadableStructures(std::string_view text, const std::vector<ScanFailure>& failures) {
+    constexpr std::size_t most = 5;
+    const char lineEnd = lineEndOf(text);
+    std::string told = "The location cannot be read of ";
+    std::size_t line = 1;
+    std::size_t counted = 0;
+    for (std::size_t i = 0; i < std::min(failures.size(), most); ++i) {
+        const std::size_t at = offsetOf(failures[i].position);
+        line += static_cast<std::size_t>(std::count(text.begin() + static_cast<std::ptrdiff_t>(counted),
+                                                    text.begin() + static_cast<std::ptrdiff_t>(at), lineEnd));
+        counted = at;
+        told += (i == 0 ? "" : ", ") + failures[i].name + " (line " + std::to_string(line) + ")";
+    }
+    if (failures.size() > most)
+        told += " and " + std::to_string(failures.size() - most) + " more";
+    return told;
 }
 
 std::vector<SideEntry> sidesOf(std::string_view text) {

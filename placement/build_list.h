@@ -45,7 +45,8 @@ struct ScanFailure {
     };
 
     Kind kind = Kind::LocationNotFound;
-    std::string name; // of the structure
+    std::string name;      // of the structure
+    TextPosition position; // of its keyword
 
     // What the user is told.
     [[nodiscard]] std::string message() const;
@@ -60,6 +61,10 @@ struct BuildListScan {
 
     bool operator==(const BuildListScan&) const = default;
 };
+
+// Which structures the failures are about, and where: "CommandCenter (line 12), StingerNest (line 40)". The first few
+// and how many there are.
+[[nodiscard]] std::string unreadableStructures(std::string_view text, const std::vector<ScanFailure>& failures);
 
 // Where the keywords of a build list's structures may start; both ends included.
 struct SearchRange {

@@ -33,14 +33,14 @@ std::string locationLine(CanvasPoint point) {
     return "Location = X:" + formatted(point.x) + " Y:" + formatted(point.y);
 }
 
-std::optional<std::string> replaceLocation(std::string& text, TextPosition position, CanvasPoint point) {
+std::optional<ReplacedLine> replaceLocation(std::string& text, TextPosition position, CanvasPoint point) {
     if (!position.found() || static_cast<std::size_t>(position.value) > text.size()) {
         return std::nullopt;
     }
     const std::size_t start = offsetOf(position);
     const std::size_t end = std::min(text.find(lineEndOf(text), start), text.size());
-    std::string line = locationLine(point);
-    text.replace(start, end - start, line);
+    ReplacedLine line{start, text.substr(start, end - start), locationLine(point)};
+    text.replace(start, end - start, line.after);
     return line;
 }
 

@@ -4,6 +4,7 @@
 #include "placement/canvas_units.h"
 #include "platform/text/units.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -18,9 +19,16 @@ namespace blockhouse {
 // "Location = X:412.50 Y:78.25"
 [[nodiscard]] std::string locationLine(CanvasPoint point);
 
+// A part of the text and what it was replaced by.
+struct ReplacedLine {
+    std::size_t start; // 0-based
+    std::string before;
+    std::string after;
+};
+
 // Puts locationLine(point) in the place of what runs from `position` (of a structure's "location = x:") to the end of
 // that line, without the line end itself, or to the end of the text where no line end follows. Lines end as in the
-// scan that gave the position. Returns the new line; nothing, with the text unchanged, for a position outside it.
-[[nodiscard]] std::optional<std::string> replaceLocation(std::string& text, TextPosition position, CanvasPoint point);
+// scan that gave the position. Nothing, with the text unchanged, for a position outside it.
+[[nodiscard]] std::optional<ReplacedLine> replaceLocation(std::string& text, TextPosition position, CanvasPoint point);
 
 } // namespace blockhouse

@@ -64,6 +64,10 @@ bool MarkBoard::move(CanvasPoint pointer, MouseButtons held) {
     return changed;
 }
 
+bool MarkBoard::put(std::size_t index, CanvasPoint topLeft) {
+    return index < structureCount_ && place(index, topLeft);
+}
+
 std::optional<MarkBoard::Drop> MarkBoard::release(CanvasPoint pointer) const {
     if (!selected_) {
         return std::nullopt;

@@ -73,6 +73,8 @@ public:
     // While the left button alone is held the selected mark goes to the pointer, wherever the press was. Then shows
     // the label of the first mark near the pointer and hides those of the marks before it, or of all.
     [[nodiscard]] bool move(CanvasPoint pointer, MouseButtons held);
+    // A drop was taken back, or done again: the mark stands there. An index beyond the list changes nothing.
+    [[nodiscard]] bool put(std::size_t index, CanvasPoint topLeft);
     // Any button, moved or not; nothing when nothing is selected.
     [[nodiscard]] std::optional<Drop> release(CanvasPoint pointer) const;
 

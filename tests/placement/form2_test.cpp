@@ -3,6 +3,7 @@
 #include "placement/location_line.h"
 #include "platform/system/files.h"
 #include "platform/widgets/DropDownList.h"
+#include "platform/widgets/NoticeArea.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
 
@@ -292,6 +293,85 @@ TEST_F(PlacementEditor, TheLogComesAndGoes) {
     EXPECT_TRUE(form_->Frame1->isVisible());
     QTest::mouseClick(form_->Command1, Qt::LeftButton);
     EXPECT_FALSE(form_->Frame1->isVisible());
+}
+
+TEST_F(PlacementEditor, DropsAreTakenBackAndDoneAgain) {
+    open(twoSides);
+    const auto key = [&](Qt::Key pressed, Qt::KeyboardModifiers held = Qt::ControlModifier) {
+        form_->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+        QTest::keyClick(form_->Combo2, pressed, held);
+    };
+    const auto drag = [&](QPointF from, QPointF to) {
+        press(from);
+        move(to, Qt::LeftButton);
+        release(to);
+    };
+    const auto hasDot = [&] { return !form_->windowIcon().isNull(); };
+    form_->Combo1->setCurrentIndex(0);
+    const CanvasPoint first = form_->board().marks()[0].topLeft;
+    drag(at(110, 110), {158, 80});
+    const CanvasPoint dropped = form_->board().marks()[0].topLeft;
+    const std::string once = form_->Filetext;
+    const QString log = form_->log1->toPlainText();
+    EXPECT_EQ(form_->labelWritten->text(),
+              QStringLiteral("CommandCenter: Location = X:504.85 Y:252.43 (Ctrl+Z takes it back)"));
+    EXPECT_TRUE(hasDot());
+    form_->Combo1->setCurrentIndex(1);
+    drag(at(900, 900), {20, 20});
+    const std::string twice = form_->Filetext;
+
+    key(Qt::Key_Z);
+    EXPECT_EQ(form_->Filetext, once);
+    EXPECT_EQ(form_->board().marks()[0].topLeft, (CanvasPoint{{900}, {900}}));
+    key(Qt::Key_Z);
+    EXPECT_EQ(form_->Filetext, twoSides);
+    EXPECT_EQ(form_->log1->toPlainText(), QString());
+    EXPECT_EQ(form_->Combo1->currentIndex(), 0) << "the side whose structure went back";
+    EXPECT_EQ(structures(), "*CommandCenter SupplyDepot StingerNest ");
+    EXPECT_EQ(form_->board().marks()[0].topLeft, first);
+    EXPECT_FALSE(hasDot());
+    key(Qt::Key_Z);
+    EXPECT_EQ(form_->Filetext, twoSides) << "nothing left to take back";
+
+    key(Qt::Key_Y);
+    EXPECT_EQ(form_->Filetext, once);
+    EXPECT_EQ(form_->board().marks()[0].topLeft, dropped);
+    EXPECT_EQ(form_->log1->toPlainText(), log);
+    key(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(form_->Filetext, twice);
+    form_->save();
+    EXPECT_FALSE(hasDot());
+    key(Qt::Key_Z);
+    EXPECT_TRUE(hasDot()) << "the file holds the later text";
+    open(twoSides);
+    EXPECT_FALSE(hasDot());
+    key(Qt::Key_Y);
+    EXPECT_EQ(form_->Filetext, twoSides) << "another file, other drops";
+}
+
+TEST_F(PlacementEditor, UnreadableLocationsStayNamedBesideTheirMessages) {
+    MessageBoxReader boxes;
+    open("SkirmishBuildList North\r\n" + structure("SupplyDepot", "Location = X:far Y:1") + "End\r\n" + twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    EXPECT_EQ(boxes.messages(), QStringList(QStringLiteral("Blockhouse|13")));
+    const auto told = [&] { return form_->notices->textOf(QStringLiteral("unreadable")).toStdString(); };
+    EXPECT_EQ(told(), "The location cannot be read of SupplyDepot (line 2)");
+    form_->Combo1->setCurrentIndex(1);
+    EXPECT_EQ(told(), "");
+}
+
+TEST_F(PlacementEditor, ASaveKeepsWhatOthersWrote) {
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    temp_.file("data/AIdata.ini", "others");
+    form_->save();
+    EXPECT_EQ(readWholeFile(path_).value(), twoSides);
+    const std::string kept = form_->notices->textOf(QStringLiteral("backup")).toStdString();
+    const auto names = fileNamesIn(temp_.path("data"), "*.bak").value();
+    ASSERT_EQ(names.size(), 1U);
+    EXPECT_EQ(readWholeFile(temp_.path("data/" + names.front())).value(), "others");
+    EXPECT_NE(kept.find(names.front()), std::string::npos);
 }
 
 } // namespace

@@ -122,10 +122,10 @@ TEST(LocationLine, TakesThePlaceOfTheOldOneUpToTheLineEnd) {
     for (const auto& [before, after] : cases) {
         std::string text = before;
         const auto position = static_cast<std::ptrdiff_t>(before.find("LOCATION") + 1);
-        EXPECT_EQ(replaceLocation(text, {position}, {{7}, {8}}), "Location = X:7.00 Y:8.00");
+        EXPECT_EQ(replaceLocation(text, {position}, {{7}, {8}}).value().after, "Location = X:7.00 Y:8.00");
         EXPECT_EQ(text, after);
         for (const std::ptrdiff_t outside : {std::ptrdiff_t{0}, static_cast<std::ptrdiff_t>(text.size() + 1)})
-            EXPECT_EQ(replaceLocation(text, {outside}, {{7}, {8}}), std::nullopt);
+            EXPECT_FALSE(replaceLocation(text, {outside}, {{7}, {8}}));
         EXPECT_EQ(text, after);
     }
 }

@@ -104,9 +104,9 @@ QRect Program::roomForEditor(const QRect& area) const {
     return area;
 }
 
-void Program::openHit(const std::string& path, TextPosition position, std::size_t length) {
+void Program::openHit(const std::string& path, TextPosition position, const std::string& text) {
     if (fr_edit* editor = openEditor(path, position))
-        editor->showFound(rangeAt(position, static_cast<std::ptrdiff_t>(length)));
+        editor->showFound(position, text);
 }
 
 void Program::reopenClosedText() {

@@ -57,7 +57,7 @@ private:
     void reopenClosedText();
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void connectMainWindow();
-    void openHit(const std::string& path, TextPosition position, std::size_t length);
+    void openHit(const std::string& path, TextPosition position, const std::string& text);
     // Writes a list file. A failure is not told: the list is in force for this run all the same.
     [[nodiscard]] bool saveList(const char* name, const EntryList& entries) const;
     template <typename Window, typename Make>

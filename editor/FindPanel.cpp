@@ -1,13 +1,10 @@
 #include "editor/FindPanel.h"
 
-#include "editor/find_rules.h"
-#include "editor/textboxbas.h"
 #include "platform/richtext/RichTextBox.h"
-#include "platform/text/codepage.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
-#include "platform/widgets/qt_text.h"
 
+#include <QAction>
 #include <QCursor>
 #include <QKeyEvent>
 #include <QStyle>
@@ -52,7 +49,17 @@ FindPanel::FindPanel(RichTextBox& textBox, QWidget* parent) : QFrame(parent), te
     makeTitleStrip();
     makeFields();
     makeButtons();
-    layOut();
+    labelOutcome = named(new QLabel(this), "labelOutcome", tr("Outcome of the search"));
+    labelOutcome->setWordWrap(true);
+    labelOutcome->setTextFormat(Qt::PlainText);
+    labelOutcome->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    addKey("findNextPlace", tr("Find the next place"), QKeySequence(Qt::Key_F3), &FindPanel::stepForwards);
+    addKey("findPreviousPlace", tr("Find the previous place"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
+           &FindPanel::stepBackwards);
+    connect(&textBox_, &RichTextBox::changed, this, [this] {
+        occurrences_.reset();
+        say({}, false);
+    });
     offerReplacing(false);
     hide();
 }
@@ -83,12 +90,14 @@ void FindPanel::makeFields() {
     Txt_find = named(new QLineEdit(this), "Txt_find", tr("Text to find"));
     Label2 = named(new QLabel(tr("Replace"), this), "Label2", tr("Replace"));
     txt_replace = named(new QLineEdit(this), "txt_replace", tr("Text to replace it by"));
-    connect(Txt_find, &QLineEdit::textChanged, this, [this] { tint(false); });
-    connect(Txt_find, &QLineEdit::returnPressed, this, &FindPanel::findOrGoOn);
+    Txt_find->installEventFilter(this);
+    connect(Txt_find, &QLineEdit::textChanged, this, &FindPanel::wantedIsEdited);
+    connect(Txt_find, &QLineEdit::returnPressed, this, &FindPanel::stepForwards);
     connect(txt_replace, &QLineEdit::returnPressed, this, &FindPanel::Replace);
 
     Check1 = named(new QCheckBox(tr("&Whole Word"), this), "Check1", tr("Whole Word"));
     Check1->setToolTip(tr("Finds the text only where a blank follows it"));
+    connect(Check1, &QCheckBox::toggled, this, &FindPanel::wantedIsEdited);
     Check2 = named(new QCheckBox(tr("&Replace"), this), "Check2", tr("Replace"));
     connect(Check2, &QCheckBox::toggled, this, &FindPanel::offerReplacing);
 }
@@ -120,7 +129,11 @@ void FindPanel::layOut() {
     const auto top = [&](int number) { return strip + margin + number * (row + betweenRows); };
     const int width =
         std::max({label + boxWidth + 2 * margin, wholeWord + replace + margin + 4, 2 * button + 3 * margin});
-    resize(width, top(5));
+    // The last row of buttons takes no room while it is not offered.
+    const int outcomeRow = Check2->isChecked() ? 5 : 4;
+    const int outcomeHeight = 2 * textHeight(*labelOutcome);
+    resize(width, top(outcomeRow) + outcomeHeight + margin);
+    labelOutcome->setGeometry(margin, top(outcomeRow), width - 2 * margin, outcomeHeight);
 
     Picture2->setGeometry(0, 0, width, strip);
     const int besideClose = panelSize.width() - closePlace.x() - closePlace.width();
@@ -150,16 +163,30 @@ void FindPanel::offerReplacing(bool offered) {
     Label2->setEnabled(offered);
     replaceButton->setVisible(offered);
     replaceAllButton->setVisible(offered);
+    layOut();
+}
+
+void FindPanel::addKey(const char* name, const QString& caption, const QKeySequence& key, void (FindPanel::*act)()) {
+    auto* command = new QAction(caption, parentWidget());
+    command->setObjectName(QLatin1String(name));
+    command->setShortcut(key);
+    parentWidget()->addAction(command);
+    connect(command, &QAction::triggered, this, act);
 }
 
 void FindPanel::open() {
+    takeOverSelection();
+    appear();
+    Txt_find->setFocus();
+    Txt_find->selectAll();
+}
+
+void FindPanel::appear() {
     // Dragged out of sight and closed, it must not come back there.
     const QRect room = parentWidget()->rect().adjusted(0, 0, -width(), -height());
     move(std::clamp(x(), 0, std::max(room.right(), 0)), std::clamp(y(), 0, std::max(room.bottom(), 0)));
     show();
     raise();
-    Txt_find->setFocus();
-    Txt_find->selectAll();
 }
 
 void FindPanel::dismiss() {
@@ -174,6 +201,14 @@ bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
         Timer2->start();
     else if (watched == Picture2 && event->type() == QEvent::MouseButtonRelease)
         Timer2->stop();
+    if (watched == Txt_find && event->type() == QEvent::KeyPress) {
+        const auto& press = static_cast<const QKeyEvent&>(*event);
+        const bool isReturn = press.key() == Qt::Key_Return || press.key() == Qt::Key_Enter;
+        if (isReturn && press.modifiers().testFlag(Qt::ShiftModifier)) {
+            stepBackwards();
+            return true;
+        }
+    }
     return QFrame::eventFilter(watched, event);
 }
 
@@ -192,80 +227,6 @@ void FindPanel::keyPressEvent(QKeyEvent* event) {
         dismiss();
     else
         QFrame::keyPressEvent(event);
-}
-
-// --- Searching --------------------------------------------------------------------------------------------------
-
-std::string FindPanel::wanted() const {
-    return documentBytes(Txt_find->text()).bytes;
-}
-
-std::string FindPanel::searchString() const {
-    return blockhouse::searchString(wanted(), Check1->isChecked());
-}
-
-void FindPanel::Find() {
-    if (!wanted().empty())
-        showOutcome(textBox_.find(searchString()));
-}
-
-void FindPanel::FindNext() {
-    const std::string text = wanted();
-    if (!text.empty())
-        showOutcome(textBox_.find(searchString(), textBox_.selStart() + text.size()));
-}
-
-// Return finds, and pressed again goes on from the hit.
-void FindPanel::findOrGoOn() {
-    if (codepage::equalIgnoringCase(textBox_.selText(), wanted()))
-        FindNext();
-    else
-        Find();
-}
-
-void FindPanel::showOutcome(CaretPosition position) {
-    tint(position < 0);
-    if (position > 0)
-        textBox_.setSelStart(position);
-    textBox_.setSelLength(static_cast<std::ptrdiff_t>(wanted().size()));
-    ScrollLines(textBox_, 0, GetCurrentLine(textBox_) - GetFirstVisibleLine(textBox_));
-}
-
-void FindPanel::tint(bool inVain) {
-    QPalette palette;
-    if (inVain) {
-        palette.setColor(QPalette::Base, QColor(255, 205, 205));
-        palette.setColor(QPalette::Text, Qt::black);
-    }
-    Txt_find->setPalette(palette);
-}
-
-// --- Replacing --------------------------------------------------------------------------------------------------
-
-void FindPanel::Replace() {
-    const std::string text = wanted();
-    if (text.empty())
-        return;
-    CaretPosition from = textBox_.selStart();
-    const bool isHit =
-        textBox_.selLength() == static_cast<std::ptrdiff_t>(text.size()) && textBox_.find(searchString(), from) == from;
-    textBox_.setSelStart(from);
-    if (isHit) {
-        textBox_.setSelLength(static_cast<std::ptrdiff_t>(text.size()));
-        textBox_.setSelText(documentBytes(txt_replace->text()).bytes);
-        from = textBox_.selStart();
-    }
-    showOutcome(textBox_.find(searchString(), from));
-}
-
-void FindPanel::ReplaceAll() {
-    const std::string text = wanted();
-    if (text.empty())
-        return;
-    textBox_.endComposition();
-    const std::vector<TextRange> hits = replaceableRanges(textBox_.text(), text, Check1->isChecked());
-    tint(hits.empty());
-    textBox_.replaceRanges(hits, documentBytes(txt_replace->text()).bytes);
 }
 
 } // namespace blockhouse

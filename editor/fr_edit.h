@@ -55,8 +55,9 @@ public:
     // 0-based index of the first entry of Combo1 equal to `what` ignoring case, or -1.
     [[nodiscard]] int FindinCombo(std::string_view what) const;
 
-    // Selects a part of the text, as far as there is so much text, and brings it into view.
-    void showFound(TextRange found);
+    // Selects `text`, ignoring case, where it stands nearest to `position`, and brings it into view. Does nothing where
+    // it stands nowhere. A search found it at `position`, and the file may have changed since.
+    void showFound(TextPosition position, std::string_view text);
 
     // Each writes the text up to its last block's end; a failure is told and loses nothing.
     void Save();

@@ -1,6 +1,7 @@
 // Jumping to a block and to a setting inside it.
 #include "editor/BlockListModel.h"
 #include "editor/EditorHost.h"
+#include "editor/find_rules.h"
 #include "editor/fr_edit.h"
 #include "editor/navigation.h"
 #include "editor/textboxbas.h"
@@ -26,6 +27,7 @@ void fr_edit::chooseBlock(int index) {
     txt_edit->setSelStart(caretAfter(headerPosition(Filetext, block.kind, block.name)));
     Makekeywords(settingsStart(txt_edit->selStart()));
     scrollCaretLineToTop();
+    txt_edit->scrollSideways(txt_edit->selStart(), txt_edit->selStart());
 }
 
 void fr_edit::Makekeywords(TextPosition i) {
@@ -54,17 +56,28 @@ int fr_edit::FindinCombo(std::string_view what) const {
 
 void fr_edit::chooseSetting(int index) {
     // A position that edits have left beyond the text's end means that end.
-    txt_edit->setSelStart(caretAfter(TextPosition{Combo1->itemData(index).toLongLong()}));
+    const TextPosition place{Combo1->itemData(index).toLongLong()};
+    txt_edit->setSelStart(caretAfter(place));
     scrollCaretLineToTop();
+    const TextRange setting = rangeAt(place, Combo1->itemData(index, nameRole).toByteArray().size());
+    txt_edit->scrollSideways(setting.start, setting.start + setting.length);
 }
 
-void fr_edit::showFound(TextRange found) {
-    txt_edit->setSelStart(found.start);
-    txt_edit->setSelLength(found.length);
-    txt_edit->scrollIntoView(found.start, found.start + found.length);
+void fr_edit::showFound(TextPosition position, std::string_view text) {
+    txt_edit->endComposition();
+    const std::optional<std::string_view> ascii = txt_edit->asciiText();
+    const std::string decoded = ascii ? std::string() : txt_edit->text();
+    const auto start = nearestOccurrence(ascii.value_or(decoded), text, position.value - 1);
+    if (!start)
+        return;
+    const CaretPosition end = *start + text.size();
+    txt_edit->setSelStart(*start);
+    txt_edit->setSelLength(end - *start);
+    txt_edit->scrollIntoView(*start, end);
     // Not at an edge of the view, where a line may be cut and what leads to the place is not seen.
     constexpr std::int32_t linesAbove = 4;
     ScrollLines(*txt_edit, 0, GetCurrentLine(*txt_edit) - linesAbove - GetFirstVisibleLine(*txt_edit));
+    txt_edit->scrollSideways(*start, end);
 }
 
 void fr_edit::scrollCaretLineToTop() {

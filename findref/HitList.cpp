@@ -6,6 +6,7 @@ namespace blockhouse {
 
 void HitList::clear() {
     files_.clear();
+    texts_.clear();
     hits_.clear();
 }
 
@@ -16,10 +17,12 @@ void HitList::beginFile(std::string directory, std::string name) {
     files_.push_back({std::move(directory), std::move(name)});
 }
 
-bool HitList::add(TextPosition position, std::size_t length) {
+bool HitList::add(TextPosition position, std::string_view text) {
     if (count() == mostHits)
         return false;
-    hits_.push_back({files_.size() - 1, position, length});
+    if (texts_.empty() || texts_.back() != text)
+        texts_.emplace_back(text);
+    hits_.push_back({files_.size() - 1, position, texts_.size() - 1});
     return true;
 }
 

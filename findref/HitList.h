@@ -4,6 +4,7 @@
 #include "platform/text/units.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace blockhouse {
@@ -18,8 +19,8 @@ public:
     // The hits added next are in this file. Paths are the platform's bytes.
     void beginFile(std::string directory, std::string name);
 
-    // A hit of `length` characters; false when there is no room for it.
-    bool add(TextPosition position, std::size_t length);
+    // A hit of a search for `text`; false when there is no room for it.
+    bool add(TextPosition position, std::string_view text);
 
     [[nodiscard]] int count() const { return static_cast<int>(hits_.size()); }
 
@@ -29,7 +30,8 @@ public:
 
     [[nodiscard]] TextPosition position(int index) const { return hit(index).position; }
 
-    [[nodiscard]] std::size_t length(int index) const { return hit(index).length; }
+    // What was looked for when the hit was found.
+    [[nodiscard]] std::string text(int index) const { return texts_[hit(index).text]; }
 
 private:
     struct File {
@@ -40,7 +42,7 @@ private:
     struct Hit {
         std::size_t file;
         TextPosition position;
-        std::size_t length;
+        std::size_t text;
     };
 
     [[nodiscard]] const Hit& hit(int index) const { return hits_.at(static_cast<std::size_t>(index)); }
@@ -48,6 +50,7 @@ private:
     [[nodiscard]] const File& fileOf(int index) const { return files_[hit(index).file]; }
 
     std::vector<File> files_; // those with hits, and the one begun last
+    std::vector<std::string> texts_; // each that hits one after another have in common
     std::vector<Hit> hits_;
 };
 

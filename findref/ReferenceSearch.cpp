@@ -78,7 +78,7 @@ ReferenceSearch::Step ReferenceSearch::nextPiece(std::string_view what) {
     if (!read)
         return Ended{};
     const std::string_view bytes(piece_.data(), read.value());
-    const auto add = [this](TextPosition position) { return hits_.add(position, search_.length()); };
+    const auto add = [this](TextPosition position) { return hits_.add(position, what_); };
     if (!search_.search(bytes, offset_, add))
         return Ended{};
     offset_ += bytes.size();

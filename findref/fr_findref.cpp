@@ -172,7 +172,7 @@ void fr_findref::openHit(const QModelIndex& hit) {
         return;
     // The list goes on with the double-click afterwards.
     static_cast<void>(stillOpenAfter(
-        *this, [this, row = hit.row()] { Q_EMIT hitChosen(hits_.path(row), hits_.position(row), hits_.length(row)); }));
+        *this, [this, row = hit.row()] { Q_EMIT hitChosen(hits_.path(row), hits_.position(row), hits_.text(row)); }));
 }
 
 void fr_findref::keyPressEvent(QKeyEvent* event) {

@@ -52,8 +52,8 @@ public:
 Q_SIGNALS:
     // To be brought to the front of the main window's child windows.
     void frontWanted();
-    // The user wants to see this hit of `length` characters.
-    void hitChosen(const std::string& path, blockhouse::TextPosition position, std::size_t length);
+    // The user wants to see this hit. `text` was looked for when it was found.
+    void hitChosen(const std::string& path, blockhouse::TextPosition position, const std::string& text);
     // The window is going away; there will be another one when it is wanted again.
     void closed();
 

@@ -404,4 +404,24 @@ void RichTextBox::scrollIntoView(Position start, Position end) {
     engine_.tell(SCI_SCROLLRANGE, index_.byteOf(end), index_.byteOf(start));
 }
 
+void RichTextBox::scrollSideways(Position start, Position end) {
+    const BytePosition first = index_.byteOf(start);
+    const std::ptrdiff_t scrolled = engine_.ask(SCI_GETXOFFSET);
+    // In pixels from the edge of a view that is not scrolled.
+    const auto across = [&](BytePosition byte) { return engine_.ask(SCI_POINTXFROMPOSITION, 0, byte) + scrolled; };
+    const std::ptrdiff_t edge = across(engine_.ask(SCI_POSITIONFROMLINE, engine_.ask(SCI_LINEFROMPOSITION, first)));
+    const std::ptrdiff_t left = across(first);
+    const std::ptrdiff_t right = std::max(across(index_.byteOf(end)), left + 1);
+    const std::ptrdiff_t width = viewport()->width();
+    if (left - edge >= scrolled && right <= scrolled + width)
+        return;
+    // What follows the place is seen a little, so that it does not look like the line's end.
+    const std::ptrdiff_t behind = 4 * engine_.ask(SCI_TEXTHEIGHT, 0) / 2;
+    const std::ptrdiff_t wanted = std::clamp<std::ptrdiff_t>(right + behind - width, 0, left - edge);
+    // A view goes no farther than the widest line that has been painted.
+    if (wanted + width > engine_.ask(SCI_GETSCROLLWIDTH))
+        engine_.tell(SCI_SETSCROLLWIDTH, wanted + width);
+    engine_.tell(SCI_SETXOFFSET, wanted);
+}
+
 } // namespace blockhouse

@@ -120,6 +120,9 @@ public:
     // The character nearest to a point of the viewport.
     [[nodiscard]] Position positionAt(QPoint point) const;
     void scrollIntoView(Position start, Position end);
+    // Moves the view left or right, if a part of [start, end) of one line is out of it, to where the place and what
+    // leads to it from the line's start are in view, as much of both as there is room for: the place's start always.
+    void scrollSideways(Position start, Position end);
 
     // Read-only, the text changes only as a whole, by setText() and its like.
     void setReadOnly(bool on);

@@ -285,6 +285,23 @@ TEST_F(FrontWindowOfThree, TheKeysOfTheMenusThatAreShownWorkFromTheTree) {
     EXPECT_EQ(two->Filetext, "changed End ") << "its menus are not shown";
 }
 
+TEST_F(FrontWindowOfThree, F3SearchesTheEditorInFrontAlone) {
+    fr_edit* one = open(One);
+    fr_edit* two = open(Two);
+    for (fr_edit* editor : {one, two}) {
+        editor->txt_edit->setText("a word, a word");
+        editor->FindFrame->Txt_find->setText(QStringLiteral("word"));
+    }
+    press(Qt::Key_F3);
+    press(Qt::Key_F3);
+    EXPECT_EQ(two->txt_edit->selStart(), 10);
+    EXPECT_EQ(one->txt_edit->selLength(), 0);
+    clickBar(0);
+    press(Qt::Key_F3);
+    EXPECT_EQ(one->txt_edit->selStart(), 2);
+    EXPECT_EQ(two->txt_edit->selStart(), 10);
+}
+
 TEST_F(FrontWindowOfThree, TheMainWindowsCommandsHaveKeysThatWorkFromAnEditor) {
     const Qt::KeyboardModifiers held = Qt::ControlModifier | Qt::ShiftModifier;
     fr_edit* one = open(One);

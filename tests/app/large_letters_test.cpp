@@ -225,7 +225,7 @@ TEST_F(Letters, OfTheUsualSizeLeaveEverythingAtItsDesignPlace) {
                                "Command2 6 109 79 21\nCommand3 91 109 79 21\nreplaceButton 6 135 79 21\n"
                                "replaceAllButton 91 135 79 21\n";
     EXPECT_EQ(places().substr(0, design.size()), design);
-    EXPECT_EQ(places().substr(places().find("log1")), "log1 16 16 377 241\nCommand1 400 16 17 17\n177 x 161, 21, 24\n");
+    EXPECT_EQ(places().substr(places().find("log1")), "log1 16 16 377 241\nCommand1 400 16 17 17\n177 x 195, 21, 24\n");
     EXPECT_EQ(editor_->Combo1->y(), 40);
     EXPECT_EQ(editor_->Combo1->height(), 21);
     const fr_findref& search = program_->fr_findref();

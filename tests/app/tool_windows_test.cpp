@@ -171,6 +171,36 @@ TEST_F(ToolWindows, AHitFarDownIsShownWithTheLinesAboveIt) {
     EXPECT_FALSE(editor->parentWidget()->geometry().intersects(hits)) << "the next hit is there to be clicked";
 }
 
+TEST_F(ToolWindows, AHitWhoseTextHasMovedIsShownWhereItStandsNow) {
+    const std::string blanks(300, ' ');
+    std::string lines;
+    for (int line = 0; line < 300; ++line)
+        lines += "  line\r\n";
+    temp_.file("data/moving.ini", lines + "target\r\n" + lines);
+    startWithDirectories();
+    mainWindow().resize(1200, 700);
+    fr_findref& search = program_->fr_findref();
+    search.findRef("target");
+    ASSERT_EQ(search.List1->model()->rowCount(), 1);
+    const auto openedAnew = [&](const std::string& text) {
+        temp_.file("data/moving.ini", text);
+        Q_EMIT search.List1->doubleClicked(search.List1->model()->index(0, 0));
+        return mainWindow().mdiArea()->currentSubWindow()->findChild<fr_edit*>()->txt_edit;
+    };
+    search.Text1->setText(QStringLiteral("not searched for yet"));
+
+    const RichTextBox* box =
+        openedAnew("Target\r\n" + lines + "inserted\r\n" + blanks + "TARGET\r\n" + lines + "target");
+    EXPECT_EQ(box->selText(), "TARGET") << "the nearest of three";
+    EXPECT_EQ(box->firstVisibleLine(), 298);
+    const QRect last = box->characterRect(box->selStart() + 5);
+    EXPECT_TRUE(last.left() > 0 && last.right() < box->viewport()->width()) << "sideways too";
+
+    box = openedAnew(lines + "none\r\n" + lines);
+    EXPECT_EQ(box->selLength(), 0);
+    EXPECT_EQ(box->firstVisibleLine(), 0);
+}
+
 TEST_F(ToolWindows, ASelectedWordIsTheOneMeant) {
     startWithDirectories();
     fr_edit& editor = openOne();

@@ -74,8 +74,8 @@ TEST_F(FindReference, ADoubleClickOrReturnChoosesAHit) {
     window_->findRef("tower");
     std::string chosen;
     QObject::connect(window_, &fr_findref::hitChosen, window_,
-                     [&chosen](const std::string& path, TextPosition position, std::size_t length) {
-                         chosen += path + ":" + std::to_string(position.value) + "+" + std::to_string(length) + "|";
+                     [&chosen](const std::string& path, TextPosition position, const std::string& text) {
+                         chosen += path + ":" + std::to_string(position.value) + " " + text + "|";
                      });
     QListView& list = *window_->List1;
     area_.activateWindow();
@@ -88,7 +88,7 @@ TEST_F(FindReference, ADoubleClickOrReturnChoosesAHit) {
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, at);
     QTest::keyClick(&list, Qt::Key_Up);
     QTest::keyClick(&list, Qt::Key_Return);
-    EXPECT_EQ(chosen, temp_.path("two/c.ini") + ":7+5|" + temp_.path("two/c.ini") + ":1+5|");
+    EXPECT_EQ(chosen, temp_.path("two/c.ini") + ":7 tower|" + temp_.path("two/c.ini") + ":1 tower|");
 }
 
 TEST_F(FindReference, WhatHappensDuringASearchTakesEffectAtOnce) {

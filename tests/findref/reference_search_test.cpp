@@ -118,7 +118,7 @@ TEST_F(ReferenceSearchTest, GoesThroughDirectoriesFilesAndPositionsInOrder) {
     EXPECT_EQ(found("X"), ofSecond + "only.Ini :1\nonly.Ini :3\n" + ofSecond);
     EXPECT_EQ(hits_.path(2), temp_.path("second/b c.INI"));
     EXPECT_EQ(hits_.position(3).value, 3);
-    EXPECT_EQ(hits_.length(3), 1U);
+    EXPECT_EQ(hits_.text(3), "X");
     EXPECT_EQ(hits_.path(12), temp_.path("first/only.Ini"));
 }
 
@@ -150,8 +150,8 @@ TEST_F(ReferenceSearchTest, AChangedTextCountsFromTheNextPieceOn) {
         ASSERT_FALSE(isEnd(search.next("B")));
     runToTheEnd(search, "aBa");
     EXPECT_EQ(listed(hits_), "a.ini :6\na.ini :65541\n");
-    EXPECT_EQ(hits_.length(0), 1U);
-    EXPECT_EQ(hits_.length(1), 3U);
+    EXPECT_EQ(hits_.text(0), "B");
+    EXPECT_EQ(hits_.text(1), "aBa");
 }
 
 TEST_F(ReferenceSearchTest, KeepsNoMoreHitsThanTheListsCount) {

@@ -193,8 +193,11 @@ Fr_Directory& Program::fr_directory() {
             Dirs, [this](const EntryList& list) { directoriesAreOnDisk_ = saveList(directoryListFile, list); });
         window->setAttribute(Qt::WA_DeleteOnClose);
         // What could not be written is in force all the same, and the old file would take it back.
-        connect(window, &Fr_Directory::directoriesSaved, this,
-                [this] { directoriesAreOnDisk_ ? fr_main().loaddirs() : fr_main().showDirs(); });
+        connect(window, &Fr_Directory::directoriesSaved, this, [this] {
+            if (!directoriesAreOnDisk_)
+                directoriesAreOnDisk_ = saveList(directoryListFile, Dirs);
+            directoriesAreOnDisk_ ? fr_main().loaddirs() : fr_main().showDirs();
+        });
         return window;
     });
 }

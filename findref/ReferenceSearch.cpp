@@ -22,9 +22,13 @@ ReferenceSearch::Step ReferenceSearch::next(std::string_view what) {
     case State::BetweenFiles:
         return nextFile();
     case State::DirectoryReached:
-        return listDirectory() ? nextFile() : Ended{};
+        if (auto end = listDirectory())
+            return *std::move(end);
+        return nextFile();
     case State::FileReached:
-        return openFile() ? nextPiece(what) : Ended{};
+        if (auto end = openFile())
+            return *std::move(end);
+        return nextPiece(what);
     case State::InFile:
         break;
     }
@@ -45,28 +49,28 @@ ReferenceSearch::Step ReferenceSearch::nextDirectory() {
     return DirectoryReached{++directory_};
 }
 
-bool ReferenceSearch::listDirectory() {
+std::optional<ReferenceSearch::Ended> ReferenceSearch::listDirectory() {
     if (directory_ > Dirs_.count())
-        return false;
+        return Ended{};
     path_ = Dirs_.item(directory_);
     Result<std::vector<std::string>> files = fileNamesIn(path_, searchedFiles);
     if (!files)
-        return false;
+        return Ended{files.error()};
     files_ = std::move(files).value();
     file_ = 0;
-    return true;
+    return std::nullopt;
 }
 
-bool ReferenceSearch::openFile() {
+std::optional<ReferenceSearch::Ended> ReferenceSearch::openFile() {
     const std::string& name = files_[file_ - 1];
     Result<FileReader> reader = FileReader::open(joinPath(path_, name));
     if (!reader)
-        return false;
+        return Ended{reader.error()};
     reader_ = std::move(reader).value();
     offset_ = 0;
     hits_.beginFile(path_, name);
     state_ = State::InFile;
-    return true;
+    return std::nullopt;
 }
 
 ReferenceSearch::Step ReferenceSearch::nextPiece(std::string_view what) {
@@ -76,11 +80,11 @@ ReferenceSearch::Step ReferenceSearch::nextPiece(std::string_view what) {
     }
     const Result<std::size_t> read = reader_->read(piece_);
     if (!read)
-        return Ended{};
+        return Ended{read.error()};
     const std::string_view bytes(piece_.data(), read.value());
     const auto add = [this](TextPosition position) { return hits_.add(position, what_); };
     if (!search_.search(bytes, offset_, add))
-        return Ended{};
+        return Ended{std::nullopt, true};
     offset_ += bytes.size();
     if (bytes.size() < piece_.size()) {
         reader_.reset();

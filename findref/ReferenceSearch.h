@@ -36,7 +36,10 @@ public:
     // A piece of a file: there may be new hits.
     struct Searched {};
 
-    struct Ended {};
+    struct Ended {
+        std::optional<FileError> failure; // what ended the search early
+        bool tooManyHits = false;         // or this
+    };
 
     using Step = std::variant<DirectoryReached, FileReached, Searched, Ended>;
 
@@ -53,8 +56,9 @@ private:
     Step nextFile();
     Step nextDirectory();
     Step nextPiece(std::string_view what);
-    [[nodiscard]] bool listDirectory();
-    [[nodiscard]] bool openFile();
+    // Nothing, or what ends the search.
+    [[nodiscard]] std::optional<Ended> listDirectory();
+    [[nodiscard]] std::optional<Ended> openFile();
 
     const EntryList& Dirs_;
     HitList& hits_;

@@ -1,9 +1,9 @@
 #include "findref/fr_findref.h"
 
 #include "findref/HitListModel.h"
-#include "findref/ReferenceSearch.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
 
 #include <QCloseEvent>
@@ -19,6 +19,8 @@ namespace blockhouse {
 namespace {
 
 constexpr QSize designSize(pixelsOf(5025), pixelsOf(3990));
+
+const auto endedEarly = QStringLiteral("endedEarly");
 
 // The texts that a file can hold: one with any other character is found nowhere.
 std::string encoded(const QString& text) {
@@ -46,6 +48,7 @@ void fr_findref::makeControls() {
     Picture1 = named(new PictureBox(this), "Picture1", tr("Progress through the directory"));
     Label1 = named(new QLabel(this), "Label1", tr("Directory being searched"));
 
+    notices = new NoticeArea(*List1);
     List1->setFont(arial(7.5));
     List1->setModel(model_);
     List1->setUniformItemSizes(true);
@@ -127,6 +130,8 @@ void fr_findref::search() {
                      // A search that was under way has ended, and the hits are no longer its own.
                      search->emplace(Dirs_, hits_);
                      model_->showNone();
+                     Label1->setToolTip({});
+                     notices->withdraw(endedEarly);
                      return Text1->text().isEmpty() ? Then::End : Then::NextStep;
                  },
                  [this, search] { return searchOn(**search) ? Then::Again : Then::NextStep; },
@@ -148,7 +153,21 @@ bool fr_findref::searchOn(ReferenceSearch& search) {
     }
     if (const auto* file = std::get_if<ReferenceSearch::FileReached>(&step))
         showProgress(file->index, file->last);
+    if (const auto* end = std::get_if<ReferenceSearch::Ended>(&step))
+        tellEnd(*end);
     return !std::holds_alternative<ReferenceSearch::Ended>(step);
+}
+
+void fr_findref::tellEnd(const ReferenceSearch::Ended& end) {
+    QString why;
+    if (end.failure)
+        why = tr("The search ended early. %1: %2")
+                  .arg(displayed(end.failure->path), QString::fromStdString(end.failure->cause));
+    else if (end.tooManyHits)
+        why = tr("The search ended early: there are more places than the list can hold.");
+    Label1->setToolTip(why);
+    if (!why.isEmpty())
+        notices->tell(endedEarly, why);
 }
 
 // New rows are laid out at once: a list that is painted in between would be blank.
@@ -179,6 +198,7 @@ void fr_findref::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         search_.abandon();
         showHits();
+        notices->dismiss();
     } else {
         QWidget::keyPressEvent(event);
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "findref/HitList.h"
+#include "findref/ReferenceSearch.h"
 #include "platform/text/EntryList.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/PictureBox.h"
@@ -20,7 +21,7 @@
 namespace blockhouse {
 
 class HitListModel;
-class ReferenceSearch;
+class NoticeArea;
 
 class fr_findref : public QWidget {
     Q_OBJECT
@@ -46,6 +47,7 @@ public:
     QLabel* Label1;
     QPushButton* command1;
     QLineEdit* Text1;
+    NoticeArea* notices; // at the foot of the list
 
     QSize sizeHint() const override;
 
@@ -77,6 +79,7 @@ private:
     // Serves events.
     void showProgress(int value, int maximum);
     void showHits();
+    void tellEnd(const ReferenceSearch::Ended& end);
     void openHit(const QModelIndex& hit);
 
     const EntryList& Dirs_;

@@ -39,7 +39,7 @@ void Form2::Openfile(const std::string& Txt_path, TextPosition) {
     known_ = file.value().stamp;
     Filetext = std::move(file).value().bytes;
     drops_.clear();
-    labelWritten->clear();
+    labelWritten->hide();
     notices->dismiss();
     showWhetherSaved();
     setWindowTitle(displayed(captionOf(Txt_path)));
@@ -171,6 +171,7 @@ void Form2::tellWritten(const QString& name, const QString& line, bool canUndo) 
     const QString what = tr("%1: %2").arg(name, line);
     labelWritten->setText(canUndo ? tr("%1 (Ctrl+Z takes it back)").arg(what) : what);
     labelWritten->adjustSize();
+    labelWritten->show();
 }
 
 void Form2::undo() {

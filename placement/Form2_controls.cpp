@@ -68,6 +68,7 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     Label2 = named(new QLabel(Picture2), "Label2", tr("Pointer coordinates"));
     labelWritten = named(new QLabel(Picture2), "labelWritten", tr("Written into the text"));
     labelWritten->setTextFormat(Qt::PlainText);
+    labelWritten->hide();
     notices = new NoticeArea(*room);
     fitToFont();
     startAtSizeFor(*room);

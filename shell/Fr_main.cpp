@@ -23,6 +23,8 @@
 namespace blockhouse {
 namespace {
 
+const auto noDirectories = QStringLiteral("noDirectories");
+
 // Reads a list file field by field. A file that cannot be read adds nothing.
 LongWork::Step readingOf(const std::string& path, EntryList& list) {
     using Then = LongWork::Then;
@@ -122,6 +124,8 @@ void Fr_main::setVisible(bool visible) {
 
 void Fr_main::askForDirs() {
     setExplorerVisible(false);
+    notices_->tell(noDirectories,
+                   tr("No folder is listed yet. View > Directory Edit (Ctrl+Shift+D) adds the first one."));
     Q_EMIT directoryEditorWanted();
 }
 
@@ -145,6 +149,8 @@ LongWork::Steps Fr_main::stepsOfReadingDirs(const std::string& path) {
 }
 
 void Fr_main::showDirs() {
+    if (Dirs_.count() > 0)
+        notices_->withdraw(noDirectories);
     for (const std::string& entry : Dirs_)
         picPlane->model().addDirectory(entry);
     setExplorerVisible(true);

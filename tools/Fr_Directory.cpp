@@ -180,10 +180,14 @@ void Fr_Directory::closeEvent(QCloseEvent* event) {
     Q_EMIT closed();
     if (List1->count() == 0)
         return;
-    Dirs_.clear();
+    EntryList listed;
     for (int row = 0; row < List1->count(); ++row)
-        Dirs_.add(pathAt(row));
-    save_(Dirs_);
+        listed.add(pathAt(row));
+    // Unchanged, it takes nothing back that another program has added to the file meanwhile.
+    if (listed != Dirs_) {
+        Dirs_ = std::move(listed);
+        save_(Dirs_);
+    }
     if (stillOpenAfter(*this, [this] { tell(this, tr("Directory's Saved")); }))
         Q_EMIT directoriesSaved();
 }

@@ -89,10 +89,14 @@ void Fr_options::removeSelected() {
 void Fr_options::closeEvent(QCloseEvent* event) {
     event->accept();
     Q_EMIT closed();
-    jumps_.clear();
+    EntryList listed;
     for (int row = 0; row < List1->count(); ++row)
-        jumps_.add(List1->item(row)->data(Qt::UserRole).toByteArray().toStdString());
-    save_(jumps_);
+        listed.add(List1->item(row)->data(Qt::UserRole).toByteArray().toStdString());
+    // Unchanged, it takes nothing back that another program has added to the file meanwhile.
+    if (listed != jumps_) {
+        jumps_ = std::move(listed);
+        save_(jumps_);
+    }
     tell(this, tr("Saved"));
 }
 

@@ -4,6 +4,7 @@
 #include "findref/fr_findref.h"
 #include "placement/Form2.h"
 #include "platform/system/files.h"
+#include "platform/widgets/NoticeArea.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MemoryFault.h"
 #include "tests/support/MessageBoxReader.h"
@@ -210,15 +211,26 @@ TEST_F(Faults, ASearchEndsAtTheFirstFailureAndKeepsItsHits) {
         search.findRef("Object");
         return search.List1->model()->rowCount();
     };
+    const auto notice = [&] { return search.notices->textOf(QStringLiteral("endedEarly")); };
     EXPECT_EQ(hits(), 2);
     for (const char* call : {"open", "read"}) {
         // The first file, which has no hit, and the second are read to their ends: two reads and an empty one each.
         const bool opening = std::string_view(call) == "open";
         const SystemFault fault(call, EIO, opening ? 2 : 4);
         EXPECT_EQ(hits(), 1) << call;
+        EXPECT_EQ(notice(), QStringLiteral("The search ended early. %1: Input/output error")
+                                .arg(QString::fromStdString(temp_.path("data/two.ini"))));
+        EXPECT_EQ(search.Label1->toolTip(), notice());
     }
-    const SystemFault fault("opendir", ENOENT);
-    EXPECT_EQ(hits(), 0);
+    {
+        const SystemFault fault("opendir", ENOENT);
+        EXPECT_EQ(hits(), 0);
+        EXPECT_EQ(notice(), QStringLiteral("The search ended early. %1: No such file or directory")
+                                .arg(QString::fromStdString(temp_.path("data"))));
+    }
+    EXPECT_EQ(hits(), 2);
+    EXPECT_EQ(notice(), QString()) << "this one went to its end";
+    EXPECT_EQ(search.Label1->toolTip(), QString());
     EXPECT_EQ(boxes_.messages(), QStringList());
 }
 

@@ -54,7 +54,7 @@ protected:
     std::unique_ptr<Fr_Directory> window_;
 };
 
-TEST_F(DirectoryEditor, ClosedUnchangedItSavesTheSamePaths) {
+TEST_F(DirectoryEditor, ClosedUnchangedItWritesNothingAndKeepsThePaths) {
     // Not text in any encoding, with a blank at its end, and not there at all.
     const std::string awkward = temp_.path("\xFF name ");
     open({awkward, temp_.path("two"), awkward});
@@ -68,8 +68,8 @@ TEST_F(DirectoryEditor, ClosedUnchangedItSavesTheSamePaths) {
     window_->close();
     EXPECT_EQ(boxes_.messages(), QStringList(QStringLiteral("Blockhouse|Directory's Saved")));
     EXPECT_EQ(saved.count(), 1);
-    EXPECT_EQ(saved_, awkward + "|" + temp_.path("two") + "|" + awkward + "|\n");
-    EXPECT_EQ(listed(Dirs_) + "\n", saved_);
+    EXPECT_EQ(saved_, "") << "another program may have added to the file";
+    EXPECT_EQ(listed(Dirs_), awkward + "|" + temp_.path("two") + "|" + awkward + "|");
 }
 
 TEST_F(DirectoryEditor, AFolderIsAddedByWalkingIntoIt) {

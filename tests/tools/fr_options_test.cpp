@@ -53,13 +53,13 @@ TEST_F(JumpListEditor, TabLeadsThroughAllOfItAndWhatIsEnteredIsChosen) {
     EXPECT_EQ(window_->List1->count(), 3);
 }
 
-TEST_F(JumpListEditor, ClosedUnchangedItSavesTheSameEntries) {
+TEST_F(JumpListEditor, ClosedUnchangedItWritesNothingAndKeepsTheEntries) {
     EXPECT_EQ(window_->List1->count(), 4);
     QSignalSpy closed(window_.get(), &Fr_options::closed);
     window_->close();
     window_->close(); // it is closed already
     EXPECT_EQ(boxes_.messages(), QStringList(QStringLiteral("Blockhouse|Saved")));
-    EXPECT_EQ(saved_, "Body|Arm\xE9|Turret\r\n||\n");
+    EXPECT_EQ(saved_, "") << "another program may have added to the file";
     EXPECT_EQ(listed(jumps_), "Body|Arm\xE9|Turret\r\n||");
     EXPECT_EQ(closed.count(), 1);
 }

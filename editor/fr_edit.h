@@ -170,6 +170,7 @@ private:
     std::optional<FileStamp> diskState_; // as it was when last looked at
     bool fileLacksText_ = false;         // some of the text was never written
     bool shownUnsaved_ = false;
+    QIcon plainPicture_; // without the dot
 };
 
 } // namespace blockhouse

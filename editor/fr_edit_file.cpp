@@ -35,9 +35,9 @@ void fr_edit::showWhetherSaved() {
     shownUnsaved_ = unsaved;
     // A frame takes its widget's picture once only.
     QWidget* framed = qobject_cast<QMdiSubWindow*>(parentWidget()) ? parentWidget() : this;
-    framed->setWindowIcon(QIcon());
     if (unsaved)
-        framed->setWindowIcon(withDot(framed->windowIcon()));
+        plainPicture_ = framed->windowIcon();
+    framed->setWindowIcon(unsaved ? withDot(plainPicture_) : plainPicture_);
     host_.unsavedTextChanged(handle_, unsaved);
 }
 

@@ -167,9 +167,12 @@ void Form2::release(CanvasPoint pointer) {
     loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop->index));
 }
 
+// The strip has room for the coordinates; the tool tip tells the rest.
 void Form2::tellWritten(const QString& name, const QString& line, bool canUndo) {
     const QString what = tr("%1: %2").arg(name, line);
-    labelWritten->setText(canUndo ? tr("%1 (Ctrl+Z takes it back)").arg(what) : what);
+    labelWritten->setText(tr("%1: %2").arg(name, line.section(QLatin1Char('='), 1).trimmed()));
+    labelWritten->setToolTip(canUndo ? tr("Written into the text: %1. Ctrl+Z takes it back.").arg(what)
+                                     : tr("In the text again: %1").arg(what));
     labelWritten->adjustSize();
     labelWritten->show();
 }

@@ -90,7 +90,7 @@ void Form2::changeEvent(QEvent* event) {
 void Form2::fitToFont() {
     Label2->adjustSize();
     labelWritten->adjustSize();
-    labelWritten->move(textWidth(*Label2, QStringLiteral("x: -10000.00 y: -10000.00")) + 12, 0);
+    labelWritten->move(textWidth(*Label2, QStringLiteral("x: -1000.00 y: -1000.00")) + 12, 0);
     Picture2->setFixedHeight(std::max(stripHeight, textHeight(*Label2) + 1));
     QRect log = designPlace(240, 240, 5655, 3615);
     log.setTop(std::max(log.top(), textHeight(*Frame1) + 2)); // below the frame's caption

@@ -71,7 +71,13 @@ protected:
 TEST_F(ClosedUnsaved, IsToldAndComesBackToBeSaved) {
     open("one.ini");
     EXPECT_FALSE(buttonHasDot());
+    const auto picture = [&] { return main().front().frame()->windowIcon().pixmap(QSize(16, 16), 1.0).toImage(); };
+    const QImage plain = picture();
     QTest::keyClicks(QApplication::focusWidget(), "x");
+    EXPECT_TRUE(buttonHasDot());
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(picture(), plain);
+    press(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_TRUE(buttonHasDot());
     closeFront();
     EXPECT_TRUE(main().mdiArea()->subWindowList().isEmpty());

@@ -314,8 +314,10 @@ TEST_F(PlacementEditor, DropsAreTakenBackAndDoneAgain) {
     const CanvasPoint dropped = form_->board().marks()[0].topLeft;
     const std::string once = form_->Filetext;
     const QString log = form_->log1->toPlainText();
-    EXPECT_EQ(form_->labelWritten->text(),
-              QStringLiteral("CommandCenter: Location = X:504.85 Y:252.43 (Ctrl+Z takes it back)"));
+    EXPECT_EQ(form_->labelWritten->text(), QStringLiteral("CommandCenter: X:504.85 Y:252.43"));
+    EXPECT_EQ(
+        form_->labelWritten->toolTip(),
+        QStringLiteral("Written into the text: CommandCenter: Location = X:504.85 Y:252.43. Ctrl+Z takes it back."));
     EXPECT_TRUE(hasDot());
     form_->Combo1->setCurrentIndex(1);
     drag(at(900, 900), {20, 20});

@@ -131,7 +131,7 @@ void FindPanel::layOut() {
         std::max({label + boxWidth + 2 * margin, wholeWord + replace + margin + 4, 2 * button + 3 * margin});
     // The last row of buttons takes no room while it is not offered.
     const int outcomeRow = Check2->isChecked() ? 5 : 4;
-    const int outcomeHeight = 2 * textHeight(*labelOutcome);
+    const int outcomeHeight = std::max(2 * textHeight(*labelOutcome), labelOutcome->heightForWidth(width - 2 * margin));
     resize(width, top(outcomeRow) + outcomeHeight + margin);
     labelOutcome->setGeometry(margin, top(outcomeRow), width - 2 * margin, outcomeHeight);
 

@@ -95,7 +95,6 @@ void FindPanel::showOutcome(CaretPosition position, const QString& inVain) {
     if (position > 0)
         textBox_.setSelStart(position);
     textBox_.setSelLength(length);
-    showPlace({textBox_.selStart().value, length});
     const QString unknown = unknownCharacter(Txt_find->text());
     if (!unknown.isEmpty())
         sayUnknown(unknown, true);
@@ -103,6 +102,7 @@ void FindPanel::showOutcome(CaretPosition position, const QString& inVain) {
         say(numberOf(occurrences().numberAt(position)), false);
     else
         say(occurrences().count() == 0 ? tr("Not found") : inVain, true);
+    showPlace({textBox_.selStart().value, length});
 }
 
 void FindPanel::stepForwards() {
@@ -145,9 +145,9 @@ void FindPanel::showStep(const std::optional<Occurrences::Step>& step, const QSt
     const auto length = static_cast<std::ptrdiff_t>(wanted().size());
     textBox_.setSelStart(step->start);
     textBox_.setSelLength(length);
-    showPlace({step->start.value, length});
     const QString number = numberOf(step->number);
     say(step->wentRound ? wentRound.arg(number) : number, false);
+    showPlace({step->start.value, length});
 }
 
 QString FindPanel::numberOf(std::size_t number) {
@@ -194,7 +194,11 @@ void FindPanel::sayUnknown(const QString& character, bool inVain) {
 }
 
 void FindPanel::say(const QString& outcome, bool inVain) {
+    // At every key in the text.
+    if (outcome.isEmpty() && labelOutcome->text().isEmpty())
+        return;
     labelOutcome->setText(outcome);
+    layOut();
     labelOutcome->setToolTip(outcome);
     labelOutcome->setAccessibleName(outcome.isEmpty() ? tr("Outcome of the search") : outcome);
     if (!outcome.isEmpty()) {

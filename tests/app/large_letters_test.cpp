@@ -22,9 +22,11 @@
 #include <QStyleOptionButton>
 #include <QStyleOptionComboBox>
 #include <QStyleOptionFrame>
+#include <QTest>
 
 #include <memory>
 #include <tuple>
+#include <utility>
 
 namespace blockhouse {
 namespace {
@@ -193,6 +195,20 @@ void expectNothingOverlaps(const QWidget& window) {
     }
 }
 
+// The longest that the panel says of a search.
+void expectOutcomesFit(fr_edit& editor) {
+    FindPanel& panel = *editor.FindFrame;
+    editor.txt_edit->setText("once");
+    for (const auto& [text, outcome] : {std::pair("once", "1 of 1 \u2013 from the end again"),
+                                        std::pair("\u0142", "is not a character of these files")}) {
+        panel.Txt_find->setText(QString::fromUtf8(text));
+        QTest::keyClick(panel.Txt_find, Qt::Key_Return, Qt::ShiftModifier);
+        EXPECT_TRUE(panel.labelOutcome->text().contains(QString::fromUtf8(outcome)));
+        EXPECT_TRUE(fits(*panel.labelOutcome)) << outcome;
+        expectNothingOverlaps(panel);
+    }
+}
+
 class LargeLetters : public Letters, public testing::WithParamInterface<std::tuple<int, bool>> {};
 
 TEST_P(LargeLetters, AreNotCutOff) {
@@ -206,6 +222,7 @@ TEST_P(LargeLetters, AreNotCutOff) {
         expectNothingCutOff(*window);
     expectNothingOverlaps(*editor_->FindFrame);
     expectNothingOverlaps(program_->fr_findref());
+    expectOutcomesFit(*editor_);
     EXPECT_LE(editor_->Toolbar1->geometry().bottom(), editor_->Combo1->y());
     EXPECT_GE(editor_->Toolbar1->height(), editor_->Toolbar1->sizeHint().height());
     const Form1& form1 = program_->form1();
@@ -226,6 +243,7 @@ TEST_F(Letters, OfTheUsualSizeLeaveEverythingAtItsDesignPlace) {
                                "replaceAllButton 91 135 79 21\n";
     EXPECT_EQ(places().substr(0, design.size()), design);
     EXPECT_EQ(places().substr(places().find("log1")), "log1 16 16 377 241\nCommand1 400 16 17 17\n177 x 195, 21, 24\n");
+    expectOutcomesFit(*editor_);
     EXPECT_EQ(editor_->Combo1->y(), 40);
     EXPECT_EQ(editor_->Combo1->height(), 21);
     const fr_findref& search = program_->fr_findref();

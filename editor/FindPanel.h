@@ -1,6 +1,6 @@
 // The find panel that floats over the editor's text box: finds, and replaces on request. Every search reads the
-// panel's boxes and the text box's selection afresh. Line by line it says what has come of the last one, and it moves
-// aside when it would hide the place found.
+// panel's boxes and the text box's selection afresh. A line at its foot says what has come of the last one, and it
+// moves aside when it would hide the place found.
 #pragma once
 
 #include "editor/find_rules.h"

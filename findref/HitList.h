@@ -49,7 +49,7 @@ private:
 
     [[nodiscard]] const File& fileOf(int index) const { return files_[hit(index).file]; }
 
-    std::vector<File> files_; // those with hits, and the one begun last
+    std::vector<File> files_;        // those with hits, and the one begun last
     std::vector<std::string> texts_; // each that hits one after another have in common
     std::vector<Hit> hits_;
 };

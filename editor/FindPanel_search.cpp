@@ -25,7 +25,7 @@ std::string FindPanel::searchString() const {
 QString FindPanel::unknownCharacter(const QString& text) {
     for (const auto codePoint : text.toUcs4()) {
         const auto character = static_cast<char32_t>(codePoint);
-        const QString shown = QString::fromUcs4(&character, 1);
+        QString shown = QString::fromUcs4(&character, 1);
         if (documentBytes(shown).lossy)
             return shown;
     }

@@ -8,8 +8,9 @@
 namespace blockhouse {
 namespace {
 
-const std::string twoStructures = "SkirmishBuildList North\r\n  Structure CommandCenter\r\n    Location = X:100 Y:200\r\n"
-                                  "  Structure SupplyDepot\r\n    location = x:100000.5 Y:-7\r\nEnd\r\n";
+const std::string twoStructures =
+    "SkirmishBuildList North\r\n  Structure CommandCenter\r\n    Location = X:100 Y:200\r\n"
+    "  Structure SupplyDepot\r\n    location = x:100000.5 Y:-7\r\nEnd\r\n";
 
 // Against whole texts kept of every step.
 TEST(DropHistory, IsAsIfEveryTextWereKept) {

@@ -283,7 +283,8 @@ TEST_F(Files, ListsFoldersInOrder) {
     make("file.ini", "");
     fs::create_directory_symlink("b", folder_ / "linked");
     fs::create_symlink("file.ini", folder_ / "linked_file");
-    EXPECT_EQ(folderNamesIn(folder_.string()).value(), (std::vector<std::string>{"A", "b", "linked", "\xFF", ".hidden"}));
+    EXPECT_EQ(folderNamesIn(folder_.string()).value(),
+              (std::vector<std::string>{"A", "b", "linked", "\xFF", ".hidden"}));
     EXPECT_EQ(folderNamesIn(path("gone")).error().path, path("gone"));
     EXPECT_EQ(folderNamesIn(path("file.ini")).error().cause, "Not a directory");
 }

@@ -29,13 +29,18 @@ int MemoryFault::failures() {
 
 } // namespace blockhouse
 
-void* operator new(std::size_t size) {
+// All that belong together, as a sanitizer would notice one that is missing.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     auto& fault = blockhouse::fault;
     if (size >= fault.size && fault.spared-- <= 0) {
         ++fault.failures;
-        throw std::bad_alloc();
+        return nullptr;
     }
-    if (void* memory = std::malloc(size > 0 ? size : 1))
+    return std::malloc(size > 0 ? size : 1);
+}
+
+void* operator new(std::size_t size) {
+    if (void* memory = operator new(size, std::nothrow))
         return memory;
     throw std::bad_alloc();
 }
@@ -45,5 +50,9 @@ void operator delete(void* memory) noexcept {
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
     std::free(memory);
 }

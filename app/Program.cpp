@@ -110,12 +110,14 @@ void Program::openHit(const std::string& path, TextPosition position, const std:
 }
 
 void Program::reopenClosedText() {
-    const std::optional<ClosedText> closed = closedTexts_.takeLast();
+    std::optional<ClosedTexts::Closed> closed = closedTexts_.takeLast();
     fr_main().notices()->withdraw(closedText);
-    if (closed)
-        addEditor().bringBack(*closed);
-    else
+    if (!closed)
         fr_main().notices()->tell(closedText, tr("No text was closed that its file does not hold."), {}, briefly);
+    else if (auto* drops = std::get_if<UnsavedDrops>(&*closed))
+        form2().bringBack(std::move(*drops));
+    else
+        addEditor().bringBack(std::get<ClosedText>(*closed));
 }
 
 void Program::unsavedTextChanged(WindowHandle window, bool unsaved) {
@@ -123,11 +125,16 @@ void Program::unsavedTextChanged(WindowHandle window, bool unsaved) {
 }
 
 void Program::unsavedTextClosed(ClosedText text) {
+    const std::string path = text.path;
+    keepClosedText(path, std::move(text));
+}
+
+void Program::keepClosedText(const std::string& path, ClosedTexts::Closed text) {
     fr_main().notices()->tell(
         closedText,
         tr("\"%1\" was closed with text that its file does not hold. Ctrl+Shift+T brings the text back.")
-            .arg(displayed(LastPathPart(text.path))),
-        displayed(text.path));
+            .arg(displayed(LastPathPart(path))),
+        displayed(path));
     closedTexts_.keep(std::move(text));
 }
 
@@ -231,9 +238,12 @@ Form1& Program::form1() {
 }
 
 Form2& Program::form2() {
-    return single(form2_, [] {
+    return single(form2_, [this] {
         auto* window = new Form2;
         window->setAttribute(Qt::WA_DeleteOnClose);
+        connect(window, &Form2::closedTextWanted, this, &Program::reopenClosedText);
+        connect(window, &Form2::unsavedDropsLeft, this,
+                [this](const UnsavedDrops& left) { keepClosedText(left.path, left); });
         return window;
     });
 }

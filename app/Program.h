@@ -1,6 +1,7 @@
 // The composition root: makes the windows and connects one subsystem's wishes to another's abilities.
 #pragma once
 
+#include "app/ClosedTexts.h"
 #include "editor/EditorHost.h"
 #include "platform/text/EntryList.h"
 #include "shell/application_folder.h"
@@ -55,6 +56,7 @@ private:
     // A new one inside the main window, in front, without a file yet.
     [[nodiscard]] fr_edit& addEditor();
     void reopenClosedText();
+    void keepClosedText(const std::string& path, ClosedTexts::Closed text);
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, const std::string& text);

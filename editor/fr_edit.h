@@ -9,6 +9,7 @@
 #include "platform/richtext/RichTextBox.h"
 #include "platform/text/Result.h"
 #include "platform/widgets/DropDownList.h"
+#include "platform/widgets/KnownFile.h"
 #include "platform/widgets/LongWork.h"
 #include "platform/widgets/MenuSource.h"
 #include "platform/widgets/PictureBox.h"
@@ -142,8 +143,6 @@ private:
     void watchFile();
     // Looks whether another program or window has changed the file.
     void lookAtFile();
-    // The file was read or written: this is the state it is in.
-    void fileIs(const std::optional<FileStamp>& state);
     void showWhetherSaved();
     void handOverUnsavedText();
 
@@ -165,10 +164,9 @@ private:
     BlockListModel* blocks_;
     TypingAssistance typing_;
     QList<QMenu*> menus_;
-    LongWork work_;                      // opening the file and colouring its text
-    std::optional<FileStamp> known_;     // the file as it was read or written here
-    std::optional<FileStamp> diskState_; // as it was when last looked at
-    bool fileLacksText_ = false;         // some of the text was never written
+    LongWork work_; // opening the file and colouring its text
+    KnownFile file_;
+    bool fileLacksText_ = false; // some of the text was never written
     bool shownUnsaved_ = false;
     QIcon plainPicture_; // without the dot
 };

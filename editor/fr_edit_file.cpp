@@ -2,7 +2,6 @@
 #include "editor/BlockListModel.h"
 #include "editor/EditorHost.h"
 #include "editor/fr_edit.h"
-#include "platform/text/paths.h"
 #include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
 #include "platform/widgets/svg_icon.h"
@@ -11,11 +10,6 @@
 #include <QMdiSubWindow>
 
 namespace blockhouse {
-namespace {
-
-const auto onDisk = QStringLiteral("fileChanged");
-
-} // namespace
 
 void fr_edit::watchFile() {
     connect(txt_edit, &RichTextBox::modifiedChanged, this, &fr_edit::showWhetherSaved);
@@ -25,7 +19,7 @@ void fr_edit::watchFile() {
 }
 
 bool fr_edit::holdsUnsavedText() const {
-    return !work_.isRunning() && (txt_edit->isModified() || fileLacksText_ || diskState_ != known_);
+    return !work_.isRunning() && (txt_edit->isModified() || fileLacksText_ || file_.wasChangedByOthers());
 }
 
 void fr_edit::showWhetherSaved() {
@@ -41,33 +35,9 @@ void fr_edit::showWhetherSaved() {
     host_.unsavedTextChanged(handle_, unsaved);
 }
 
-void fr_edit::fileIs(const std::optional<FileStamp>& state) {
-    known_ = state;
-    diskState_ = state;
-    notices->withdraw(onDisk);
-}
-
-// Every state of the file is told once, however often the window comes to the front.
 void fr_edit::lookAtFile() {
-    if (Filepath.empty() || work_.isRunning())
-        return;
-    const std::optional<FileStamp> state = stampOf(Filepath);
-    if (state == diskState_)
-        return;
-    diskState_ = state;
-    const QString name = displayed(LastPathPart(Filepath));
-    if (state == known_)
-        notices->withdraw(onDisk);
-    else if (state)
-        notices->tell(onDisk,
-                      tr("\"%1\" was changed on the disk since it was read here, by another program or window. "
-                         "Save writes this text and keeps the other one beside it as a .bak file.")
-                          .arg(name),
-                      displayed(Filepath));
-    else
-        notices->tell(onDisk, tr("\"%1\" is no longer on the disk. Save writes it again.").arg(name),
-                      displayed(Filepath));
-    showWhetherSaved();
+    if (!Filepath.empty() && !work_.isRunning() && file_.look(Filepath, *notices))
+        showWhetherSaved();
 }
 
 bool fr_edit::event(QEvent* event) {
@@ -88,7 +58,7 @@ void fr_edit::handOverUnsavedText() {
     txt_edit->endComposition();
     if (holdsUnsavedText() && txt_edit->textLength() > 0)
         host_.unsavedTextClosed(
-            {Filepath, txt_edit->colouredText(), txt_edit->caret(), txt_edit->firstVisibleLine(), known_});
+            {Filepath, txt_edit->colouredText(), txt_edit->caret(), txt_edit->firstVisibleLine(), file_.state()});
 }
 
 void fr_edit::bringBack(const ClosedText& closed) {
@@ -104,7 +74,7 @@ void fr_edit::bringBack(const ClosedText& closed) {
     txt_edit->setSelStart(closed.caret);
     txt_edit->scrollLines(0, closed.firstVisibleLine - txt_edit->firstVisibleLine());
     fileLacksText_ = true;
-    fileIs(closed.known);
+    file_.is(closed.known, *notices);
     lookAtFile();
     showWhetherSaved();
 }

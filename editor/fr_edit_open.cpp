@@ -107,7 +107,7 @@ LongWork::Then fr_edit::readFile(const std::string& path, std::optional<FileErro
         return LongWork::Then::End;
     }
     Filetext = std::move(file).value().bytes;
-    fileIs(file.value().stamp);
+    file_.is(file.value().stamp, *notices);
     progress(1, 5);
     return LongWork::Then::NextStep;
 }

@@ -19,11 +19,11 @@ std::optional<LeftOut> fr_edit::takeSnapshot() {
 void fr_edit::writeTo(const std::string& path) {
     const bool isOwnFile = path == Filepath;
     const std::optional<LeftOut> leftOut = takeSnapshot();
-    const Result<Replaced> written = replaceKnownFile(path, Filetext, isOwnFile ? known_ : std::nullopt);
+    const Result<Replaced> written = replaceKnownFile(path, Filetext, isOwnFile ? file_.state() : std::nullopt);
     if (!written)
         return tellFileError(window(), tr("could not be saved. The text is still in the editor."), written.error());
     if (isOwnFile) {
-        fileIs(written.value().stamp);
+        file_.is(written.value().stamp, *notices);
         fileLacksText_ = leftOut.has_value();
         txt_edit->setUnmodified();
         showWhetherSaved();
@@ -33,7 +33,6 @@ void fr_edit::writeTo(const std::string& path) {
 
 void fr_edit::tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std::string& backup) {
     const auto afterTheEnd = QStringLiteral("leftOut");
-    const auto keptBeside = QStringLiteral("backup");
     if (leftOut)
         notices->tell(afterTheEnd,
                       tr("A file ends with its last \"End\": %n character(s) from line %1 on were not written.",
@@ -41,13 +40,7 @@ void fr_edit::tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std:
                           .arg(leftOut->firstLine));
     else
         notices->withdraw(afterTheEnd);
-    if (!backup.empty())
-        notices->tell(keptBeside,
-                      tr("The file had been changed by another program or window. That text is kept as \"%1\".")
-                          .arg(displayed(LastPathPart(backup))),
-                      displayed(backup));
-    else
-        notices->withdraw(keptBeside);
+    tellBackup(backup, *notices);
 }
 
 std::optional<std::string> fr_edit::askForFileName() {

@@ -12,6 +12,7 @@
 #include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QStringListModel>
 
 #include <utility>
@@ -35,14 +36,39 @@ void Form2::Openfile(const std::string& Txt_path, TextPosition) {
     Result<StampedBytes> file = readStampedFile(Txt_path, largestDocument);
     if (!file)
         return tellFileError(this, tr("could not be opened."), file.error());
-    Filepath = Txt_path;
-    known_ = file.value().stamp;
-    Filetext = std::move(file).value().bytes;
-    drops_.clear();
+    const std::string before = handOverUnsavedDrops() ? Filepath : std::string();
+    const FileStamp stamp = file.value().stamp;
+    showText(Txt_path, std::move(file).value().bytes, stamp, {});
+    if (!before.empty())
+        notices->tell(QStringLiteral("unsavedDrops"),
+                      tr("The drops in \"%1\" were not saved. Ctrl+Shift+T brings them back.")
+                          .arg(displayed(LastPathPart(before))),
+                      displayed(before));
+}
+
+void Form2::bringBack(UnsavedDrops left) {
+    bringUp(this);
+    static_cast<void>(handOverUnsavedDrops());
+    showText(std::move(left.path), std::move(left.text), left.known, std::move(left.drops));
+    lookAtFile();
+}
+
+bool Form2::handOverUnsavedDrops() {
+    if (drops_.isSaved())
+        return false;
+    Q_EMIT unsavedDropsLeft({Filepath, Filetext, file_.state(), drops_});
+    return true;
+}
+
+void Form2::showText(std::string path, std::string text, std::optional<FileStamp> known, DropHistory drops) {
+    Filepath = std::move(path);
+    Filetext = std::move(text);
+    drops_ = std::move(drops);
     labelWritten->hide();
     notices->dismiss();
+    file_.is(known, *notices);
     showWhetherSaved();
-    setWindowTitle(displayed(captionOf(Txt_path)));
+    setWindowTitle(displayed(captionOf(Filepath)));
     m_save_->setEnabled(true);
 
     sides_ = sidesOf(Filetext);
@@ -54,23 +80,24 @@ void Form2::Openfile(const std::string& Txt_path, TextPosition) {
 }
 
 void Form2::save() {
-    const Result<Replaced> written = replaceKnownFile(Filepath, Filetext, known_);
+    const Result<Replaced> written = replaceKnownFile(Filepath, Filetext, file_.state());
     if (!written)
         return tellFileError(this, tr("could not be saved."), written.error());
-    known_ = written.value().stamp;
+    file_.is(written.value().stamp, *notices);
     drops_.saved();
     showWhetherSaved();
-    if (const std::string& backup = written.value().backup; !backup.empty())
-        notices->tell(QStringLiteral("backup"),
-                      tr("The file had been changed by another program or window. That text is kept as \"%1\".")
-                          .arg(displayed(LastPathPart(backup))),
-                      displayed(backup));
+    tellBackup(written.value().backup, *notices);
 }
 
 void Form2::showWhetherSaved() {
     setWindowIcon(QIcon());
-    if (!drops_.isSaved())
+    if (!drops_.isSaved() || file_.wasChangedByOthers())
         setWindowIcon(withDot(windowIcon()));
+}
+
+void Form2::lookAtFile() {
+    if (!Filepath.empty() && file_.look(Filepath, *notices))
+        showWhetherSaved();
 }
 
 void Form2::open() {
@@ -213,7 +240,25 @@ void Form2::showDrop(const DroppedStructure& drop, CanvasPoint mark) {
     Picture1->update();
 }
 
+bool Form2::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        lookAtFile();
+    return QWidget::event(event);
+}
+
+// The log has nothing to take back of its own: the keys are the window's there too.
+bool Form2::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != log1 || event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if (!key->matches(QKeySequence::Undo) && !key->matches(QKeySequence::Redo))
+        return false;
+    event->ignore();
+    return true;
+}
+
 void Form2::closeEvent(QCloseEvent* event) {
+    static_cast<void>(handOverUnsavedDrops());
     event->accept();
     Q_EMIT closed();
 }

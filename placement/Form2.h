@@ -4,7 +4,9 @@
 #include "placement/build_list.h"
 #include "placement/DropHistory.h"
 #include "placement/mark_board.h"
+#include "placement/UnsavedDrops.h"
 #include "platform/system/FileStamp.h"
+#include "platform/widgets/KnownFile.h"
 
 #include <QFrame>
 #include <QGroupBox>
@@ -34,9 +36,11 @@ class Form2 : public QWidget {
 public:
     Form2();
 
-    // Shows the window, loads the file and lists its sides; what was shown before goes, unsaved changes with it. A
-    // file that cannot be read changes nothing, and the user is told. Startout is not used.
+    // Shows the window, loads the file and lists its sides; what was shown before goes, unsaved drops are handed over.
+    // A file that cannot be read changes nothing, and the user is told. Startout is not used.
     void Openfile(const std::string& Txt_path, TextPosition Startout = notFound);
+    // Shows the window with a text that was left before, and lists its sides. Its drops can be taken back.
+    void bringBack(UnsavedDrops left);
 
     // Lists the structures whose keywords start in the range, and puts their marks on the canvas.
     void loadcombo2(TextPosition startSearch, TextPosition endSearch);
@@ -76,8 +80,13 @@ public:
 Q_SIGNALS:
     // The window is going away.
     void closed();
+    // Another text takes the place of this one, or the window is going away.
+    void unsavedDropsLeft(const UnsavedDrops& left);
+    void closedTextWanted();
 
 protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
@@ -85,9 +94,13 @@ private:
     [[nodiscard]] QMenuBar* makeMenus();
     [[nodiscard]] QWidget* makeControls();
     void makeLog(QWidget* inside);
+    void makeKeys();
     void fitToFont();
     void startAtSizeFor(const QScrollArea& room);
     void open();
+    [[nodiscard]] bool handOverUnsavedDrops();
+    void showText(std::string path, std::string text, std::optional<FileStamp> known, DropHistory drops);
+    void lookAtFile();
 
     void chooseSide();
     [[nodiscard]] SearchRange chosenRange() const;
@@ -105,9 +118,9 @@ private:
     std::vector<SideEntry> sides_;
     std::vector<StructureEntry> structures_;
     DropHistory drops_;
-    std::optional<FileStamp> known_; // the file as it was read or written here
-    CanvasPoint pressedMark_{};      // where the selected mark stood when the button was pressed
-    SearchRange listedRange_{};      // by the last loadcombo2()
+    KnownFile file_;
+    CanvasPoint pressedMark_{}; // where the selected mark stood when the button was pressed
+    SearchRange listedRange_{}; // by the last loadcombo2()
     MarkBoard board_;
     QStringListModel* sideNames_;
     QStringListModel* structureNames_;

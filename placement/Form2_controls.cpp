@@ -70,6 +70,7 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     labelWritten->setTextFormat(Qt::PlainText);
     labelWritten->hide();
     notices = new NoticeArea(*room);
+    makeKeys();
     fitToFont();
     startAtSizeFor(*room);
 
@@ -124,6 +125,15 @@ QMenuBar* Form2::makeMenus() {
     m_save_ = item(file, "m_save", tr("&Save ME"), [this] { save(); });
     m_save_->setShortcut(QKeySequence::Save);
     m_save_->setEnabled(false); // until there is something to save
+    QMenu* view = menu("mnu_view", tr("&View"));
+    item(view, "m_linelog", tr("&line Log"), [this] {
+        Frame1->show();
+        Frame1->raise();
+    });
+    return bar;
+}
+
+void Form2::makeKeys() {
     const auto key = [this](const QKeySequence& sequence, void (Form2::*act)()) {
         const auto* shortcut = new QShortcut(sequence, this);
         connect(shortcut, &QShortcut::activated, this, act);
@@ -131,12 +141,8 @@ QMenuBar* Form2::makeMenus() {
     key(Qt::CTRL | Qt::Key_Z, &Form2::undo);
     key(Qt::CTRL | Qt::Key_Y, &Form2::redo);
     key(Qt::CTRL | Qt::SHIFT | Qt::Key_Z, &Form2::redo);
-    QMenu* view = menu("mnu_view", tr("&View"));
-    item(view, "m_linelog", tr("&line Log"), [this] {
-        Frame1->show();
-        Frame1->raise();
-    });
-    return bar;
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_T, &Form2::closedTextWanted);
+    log1->installEventFilter(this);
 }
 
 QWidget* Form2::makeControls() {

@@ -1,7 +1,10 @@
 // Text that was closed without being saved: told, kept, brought back.
 #include "app/Program.h"
 #include "editor/fr_edit.h"
+#include "placement/Canvas.h"
+#include "placement/Form2.h"
 #include "platform/system/files.h"
+#include "platform/widgets/DropDownList.h"
 #include "platform/widgets/NoticeArea.h"
 #include "shell/Fr_main.h"
 #include "tests/support/TempFolder.h"
@@ -120,6 +123,59 @@ TEST_F(ClosedUnsaved, WhatIsSavedIsClosedWithoutAWord) {
     press(Qt::Key_S, Qt::ControlModifier);
     closeFront();
     EXPECT_EQ(notice(), "");
+}
+
+TEST_F(ClosedUnsaved, DropsComeBackInThePlacementEditor) {
+    const std::string sides =
+        "SkirmishBuildList North\r\n  Structure SupplyDepot\r\n    Location = X:100.00 Y:100.00\r\n  End\r\nEnd\r\n";
+    const std::string path = temp_.file("aidata.ini", sides);
+    const auto form = [&]() -> Form2& { return program_->form2(); };
+    const auto drop = [&] {
+        form().Openfile(path);
+        form().Combo1->setCurrentIndex(0);
+        QTest::mousePress(form().Picture1, Qt::LeftButton, {}, {35, 35});
+        const QPointF place(60, 60);
+        QMouseEvent held(QEvent::MouseMove, place, form().Picture1->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
+                         {});
+        QApplication::sendEvent(form().Picture1, &held);
+        QTest::mouseRelease(form().Picture1, Qt::LeftButton, {}, {60, 60});
+        return form().Filetext;
+    };
+    const std::string dropped = drop();
+    ASSERT_NE(dropped, sides);
+
+    form().Openfile(temp_.path("one.ini"));
+    EXPECT_EQ(form().notices->textOf(QStringLiteral("unsavedDrops")).toStdString(),
+              "The drops in \"aidata.ini\" were not saved. Ctrl+Shift+T brings them back.");
+    form().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form()));
+    QTest::keyClick(form().Combo1, Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(form().Filepath, path);
+    EXPECT_EQ(form().Filetext, dropped);
+    EXPECT_EQ(form().Combo1->count(), 1);
+    EXPECT_FALSE(form().windowIcon().isNull()) << "the dot";
+
+    form().close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_NE(notice().find("aidata.ini"), std::string::npos);
+    main().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&main()));
+    QTest::keyClick(&main(), Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(notice(), "");
+    EXPECT_EQ(form().Filetext, dropped);
+    form().undo();
+    EXPECT_EQ(form().Filetext, sides);
+    form().close();
+    EXPECT_EQ(notice(), "") << "its file holds the text";
+}
+
+TEST(ClosedTexts, TheLastTwentyAreKeptTheLastFirst) {
+    ClosedTexts texts;
+    for (int i = 1; i <= 21; ++i)
+        texts.keep(ClosedText{std::to_string(i), {}, 0, 0, {}});
+    for (int i = 21; i >= 2; --i)
+        EXPECT_EQ(std::get<ClosedText>(texts.takeLast().value()).path, std::to_string(i));
+    EXPECT_FALSE(texts.takeLast());
 }
 
 } // namespace

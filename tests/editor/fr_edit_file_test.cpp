@@ -204,15 +204,6 @@ TEST_F(FileOfTheEditor, OnlyTextThatTheFileLacksIsKept) {
     }
 }
 
-TEST(ClosedTexts, TheLastTwentyAreKeptTheLastFirst) {
-    ClosedTexts texts;
-    for (int i = 1; i <= 21; ++i)
-        texts.keep({std::to_string(i), {}, 0, 0, {}});
-    for (int i = 21; i >= 2; --i)
-        EXPECT_EQ(texts.takeLast().value().path, std::to_string(i));
-    EXPECT_FALSE(texts.takeLast());
-}
-
 TEST_F(FileOfTheEditor, F5ColoursAgainAndTouchesNothingElse) {
     std::string text;
     for (int block = 0; block < 100; ++block)

@@ -46,6 +46,13 @@ strip_differs_from() { [[ $(look_of_strip) != "$1" ]]; }
 
 mark_is_at() { [[ $(first_pixel_of "$area_of_canvas" 000000) == "$1" ]]; }
 
+mark_is_elsewhere() { ! mark_is_at "$1"; }
+
+close_placement() {
+  xdotool windowactivate --sync "$editor" key alt+F4
+  wait_for 10 "end of the placement editor" no_window_named '^/aidata.ini$'
+}
+
 # saves_with_location <location line>: saves, and expects that line in the place of the first one and nothing else new.
 saves_with_location() {
   sed "0,/Location = X:[^\r]*/s//$1/" "$artefacts/original.ini" >"$artefacts/expected.ini"
@@ -110,9 +117,25 @@ xdotool mouseup 1
 saves_with_location "Location = X:$(units -30) Y:$(units 120)"
 screenshot "$artefacts/4-outside.png" "$editor"
 
+say "A drop is taken back"
+press_key ctrl+z
+wait_for 10 "mark where it was" mark_is_at "$((canvas_left + 201)) $((canvas_top + 156))"
+saves_with_location "Location = X:$(units 200) Y:$(units 155)"
+
+say "A drop that no file holds comes back after its window was closed"
+press_key ctrl+y
+wait_for 10 "mark gone again" mark_is_elsewhere "$((canvas_left + 201)) $((canvas_top + 156))"
+close_placement
+xdotool windowactivate --sync "$window"
+press_key ctrl+shift+t
+wait_for 10 "placement editor again" window_named '^/aidata.ini$' >/dev/null
+editor=$(window_named '^/aidata.ini$')
+wait_for 10 "its first picture" snapshot "$editor" "0,0,60,40"
+screenshot "$artefacts/5-back.png" "$editor"
+saves_with_location "Location = X:$(units -30) Y:$(units 120)"
+
 say "No opens the file as text"
-xdotool windowactivate --sync "$editor" key alt+F4
-wait_for 10 "end of the placement editor" no_window_named '^/aidata.ini$'
+close_placement
 xdotool windowactivate --sync "$window"
 press_key Return # the file is still the selected one
 wait_for 10 "question" window_named '^Blockhouse$' >/dev/null

@@ -352,6 +352,43 @@ TEST_F(PlacementEditor, DropsAreTakenBackAndDoneAgain) {
     EXPECT_EQ(form_->Filetext, twoSides) << "another file, other drops";
 }
 
+TEST_F(PlacementEditor, TheLogLeavesTheKeysOfUndoToTheWindow) {
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    press(at(110, 110));
+    move({158, 80}, Qt::LeftButton);
+    release({158, 80});
+    const std::string dropped = form_->Filetext;
+    form_->findChild<QAction*>(QStringLiteral("m_linelog"))->trigger();
+    form_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_.get()));
+    form_->log1->setFocus();
+    QTest::keyClick(form_->log1, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(form_->Filetext, twoSides);
+    QTest::keyClick(form_->log1, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(form_->Filetext, dropped);
+}
+
+TEST_F(PlacementEditor, AFileThatOthersChangedIsToldWhenTheWindowComesToTheFront) {
+    open(twoSides);
+    const auto comeToTheFront = [&] {
+        QEvent front(QEvent::WindowActivate);
+        QApplication::sendEvent(form_.get(), &front);
+        return form_->notices->textOf(QStringLiteral("fileChanged")).toStdString();
+    };
+    EXPECT_EQ(comeToTheFront(), "");
+    temp_.file("data/AIdata.ini", "others");
+    EXPECT_NE(comeToTheFront().find("was changed on the disk"), std::string::npos);
+    EXPECT_FALSE(form_->windowIcon().isNull()) << "the dot";
+    form_->notices->dismiss();
+    EXPECT_EQ(comeToTheFront(), "") << "told once";
+    ASSERT_EQ(std::remove(path_.c_str()), 0);
+    EXPECT_NE(comeToTheFront().find("no longer on the disk"), std::string::npos);
+    form_->save();
+    EXPECT_EQ(comeToTheFront(), "");
+    EXPECT_TRUE(form_->windowIcon().isNull());
+}
+
 TEST_F(PlacementEditor, UnreadableLocationsStayNamedBesideTheirMessages) {
     MessageBoxReader boxes;
     open("SkirmishBuildList North\r\n" + structure("SupplyDepot", "Location = X:far Y:1") + "End\r\n" + twoSides);

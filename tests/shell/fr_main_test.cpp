@@ -1,4 +1,5 @@
 #include "platform/widgets/MenuSource.h"
+#include "platform/widgets/NoticeArea.h"
 #include "shell/DirectoryTreeModel.h"
 #include "shell/Fr_main.h"
 #include "shell/list_file.h"
@@ -112,11 +113,17 @@ TEST_F(FrMain, FirstRunHidesThePanelAndAsksForTheDirectoryEditor) {
     EXPECT_EQ(main_->jumps.count(), 1);
     main_->loaddirs(); // still no list: nothing happens
     EXPECT_FALSE(main_->explorerVisible());
+    const auto notice = [&] { return main_->notices()->textOf(QStringLiteral("noDirectories")).toStdString(); };
+    EXPECT_EQ(notice(), "No folder is listed yet. View > Directory Edit (Ctrl+Shift+D) adds the first one.");
 
     temp_.file(directoryListFile);
     main_->loaddirs();
     EXPECT_EQ(Dirs_.count(), 0);
     EXPECT_TRUE(main_->explorerVisible() && main_->mnu_fileex->isChecked());
+    EXPECT_NE(notice(), "") << "the list is empty";
+    writeDirs({"game/ini"});
+    main_->loaddirs();
+    EXPECT_EQ(notice(), "");
 }
 
 TEST_F(FrMain, ReadingTheDirectoriesAgainOnlyAdds) {

@@ -25,7 +25,7 @@ namespace blockhouse {
 namespace {
 
 const auto closedText = QStringLiteral("closedText");
-constexpr std::chrono::seconds briefly(10);
+const auto noWord = QStringLiteral("noWord");
 
 } // namespace
 
@@ -113,7 +113,8 @@ void Program::reopenClosedText() {
     std::optional<ClosedTexts::Closed> closed = closedTexts_.takeLast();
     fr_main().notices()->withdraw(closedText);
     if (!closed)
-        fr_main().notices()->tell(closedText, tr("No text was closed that its file does not hold."), {}, briefly);
+        fr_main().notices()->tell(closedText, tr("No text was closed that its file does not hold."), {},
+                                  NoticeArea::briefly);
     else if (auto* drops = std::get_if<UnsavedDrops>(&*closed))
         form2().bringBack(std::move(*drops));
     else
@@ -171,13 +172,15 @@ void Program::findReferences(std::string_view text, CaretPosition caret) {
     // The editor's text may change as soon as events are served.
     const auto found = wordAtCaret(text, caret);
     if (!found)
-        return;
+        return fr_main().notices()->tell(noWord, tr("There is no word before the caret to look for."), {},
+                                         NoticeArea::briefly);
     const std::string word(*found);
+    if (!word.empty())
+        return fr_findref().findRef(word);
     // Without a word nothing is searched, and what was found before stays.
-    if (word.empty())
-        fr_findref().present();
-    else
-        fr_findref().findRef(word);
+    fr_findref().present();
+    fr_findref().notices->tell(noWord, tr("No word stands at the caret: nothing was searched."), {},
+                               NoticeArea::briefly);
 }
 
 bool Program::saveList(const char* name, const EntryList& entries) const {

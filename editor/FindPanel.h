@@ -64,6 +64,10 @@ public:
     QLabel* labelOutcome; // what has come of the last search
     QTimer* Timer2;
 
+Q_SIGNALS:
+    // A step with the panel hidden went round an end of the text.
+    void wentRoundUnseen(const QString& outcome);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;

@@ -146,7 +146,10 @@ void FindPanel::showStep(const std::optional<Occurrences::Step>& step, const QSt
     textBox_.setSelStart(step->start);
     textBox_.setSelLength(length);
     const QString number = numberOf(step->number);
-    say(step->wentRound ? wentRound.arg(number) : number, false);
+    const QString outcome = step->wentRound ? wentRound.arg(number) : number;
+    say(outcome, false);
+    if (step->wentRound && !isVisible())
+        Q_EMIT wentRoundUnseen(outcome);
     showPlace({step->start.value, length});
 }
 

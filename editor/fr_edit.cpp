@@ -55,6 +55,9 @@ void fr_edit::makeControls() {
     notices = new NoticeArea(*txt_edit);
     FindFrame = new FindPanel(*txt_edit, this);
     FindFrame->move(pixelsOf(1920), pixelsOf(840));
+    connect(FindFrame, &FindPanel::wentRoundUnseen, this, [this](const QString& outcome) {
+        notices->tell(QStringLiteral("wentRound"), outcome, {}, NoticeArea::briefly);
+    });
     setFocusProxy(txt_edit);
 
     connect(List1, &DropDownList::chosen, this, &fr_edit::chooseBlock);

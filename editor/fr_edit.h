@@ -156,7 +156,7 @@ private:
     // The text to write becomes Filetext.
     std::optional<LeftOut> takeSnapshot();
     void writeTo(const std::string& path);
-    void tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std::string& backup);
+    void tellWhatWasSaved(const std::string& path, const std::optional<LeftOut>& leftOut, const std::string& backup);
     [[nodiscard]] std::optional<std::string> askForFileName();
 
     EditorHost& host_;

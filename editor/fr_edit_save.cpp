@@ -28,10 +28,19 @@ void fr_edit::writeTo(const std::string& path) {
         txt_edit->setUnmodified();
         showWhetherSaved();
     }
-    tellWhatWasSaved(leftOut, written.value().backup);
+    tellWhatWasSaved(path, leftOut, written.value().backup);
 }
 
-void fr_edit::tellWhatWasSaved(const std::optional<LeftOut>& leftOut, const std::string& backup) {
+void fr_edit::tellWhatWasSaved(const std::string& path, const std::optional<LeftOut>& leftOut,
+                               const std::string& backup) {
+    const auto copy = QStringLiteral("copy");
+    if (path != Filepath)
+        notices->tell(copy,
+                      tr("A copy was written as \"%1\". This window's file is \"%2\", as before.")
+                          .arg(displayed(LastPathPart(path)), displayed(LastPathPart(Filepath))),
+                      displayed(path));
+    else
+        notices->withdraw(copy);
     const auto afterTheEnd = QStringLiteral("leftOut");
     if (leftOut)
         notices->tell(afterTheEnd,

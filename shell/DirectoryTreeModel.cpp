@@ -15,13 +15,13 @@ std::size_t at(int row) {
 
 } // namespace
 
-void DirectoryTreeModel::addDirectory(const std::string& entry) {
+Result<Done> DirectoryTreeModel::addDirectory(const std::string& entry) {
     const std::string path = directoryPath(entry);
     if (path.empty())
-        return;
+        return Done{};
     const Result<std::vector<std::string>> names = fileNamesIn(path);
-    if (!names.ok())
-        return;
+    if (!names)
+        return names.error();
     DirectoryTree::Addition addition = tree_.add(path, names.value());
     const int row = static_cast<int>(addition.directory);
     if (addition.directoryIsNew) {
@@ -30,12 +30,13 @@ void DirectoryTreeModel::addDirectory(const std::string& entry) {
         endInsertRows();
     }
     if (addition.files.empty())
-        return;
+        return Done{};
     const QModelIndex directory = index(row, 0);
     const int first = rowCount(directory);
     beginInsertRows(directory, first, first + static_cast<int>(addition.files.size()) - 1);
     tree_.showFiles(addition);
     endInsertRows();
+    return Done{};
 }
 
 std::string DirectoryTreeModel::keyOf(const QModelIndex& index) const {

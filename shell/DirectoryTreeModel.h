@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/text/Result.h"
 #include "shell/directory_tree.h"
 
 #include <QAbstractItemModel>
@@ -16,8 +17,8 @@ public:
     using QAbstractItemModel::QAbstractItemModel;
 
     // Adds an entry of the directory list: its node and those of its files, each unless it is there already. An entry
-    // that cannot be listed adds nothing.
-    void addDirectory(const std::string& entry);
+    // that cannot be listed adds nothing and is an error; an empty one adds nothing.
+    Result<Done> addDirectory(const std::string& entry);
 
     // The node's key; empty for an invalid index.
     [[nodiscard]] std::string keyOf(const QModelIndex& index) const;

@@ -4,6 +4,7 @@
 #include "platform/text/FoldedSearch.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/NoticeArea.h"
+#include "platform/widgets/qt_text.h"
 #include "platform/widgets/screen_room.h"
 #include "shell/artwork.h"
 #include "shell/DirectoryTreeModel.h"
@@ -24,6 +25,7 @@ namespace blockhouse {
 namespace {
 
 const auto noDirectories = QStringLiteral("noDirectories");
+const auto notListed = QStringLiteral("notListed");
 
 // Reads a list file field by field. A file that cannot be read adds nothing.
 LongWork::Step readingOf(const std::string& path, EntryList& list) {
@@ -151,9 +153,25 @@ LongWork::Steps Fr_main::stepsOfReadingDirs(const std::string& path) {
 void Fr_main::showDirs() {
     if (Dirs_.count() > 0)
         notices_->withdraw(noDirectories);
+    std::vector<FileError> errors;
     for (const std::string& entry : Dirs_)
-        picPlane->model().addDirectory(entry);
+        if (const Result<Done> added = picPlane->model().addDirectory(entry); !added)
+            errors.push_back(added.error());
+    tellNotListed(errors);
     setExplorerVisible(true);
+}
+
+void Fr_main::tellNotListed(const std::vector<FileError>& errors) {
+    constexpr std::size_t mostNamed = 3;
+    if (errors.empty())
+        return notices_->withdraw(notListed);
+    QStringList named;
+    for (const FileError& error : errors)
+        named.append(tr("%1: %2").arg(displayed(error.path), QString::fromStdString(error.cause)));
+    QString text = tr("Not in the tree: ") + named.mid(0, mostNamed).join(QStringLiteral("; "));
+    if (errors.size() > mostNamed)
+        text += tr("; and %1 more").arg(errors.size() - mostNamed);
+    notices_->tell(notListed, text, named.join(QLatin1Char('\n')));
 }
 
 void Fr_main::setExplorerVisible(bool visible) {

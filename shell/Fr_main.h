@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/text/EntryList.h"
+#include "platform/text/Result.h"
 #include "platform/widgets/LongWork.h"
 #include "shell/application_folder.h"
 #include "shell/ExplorerPanel.h"
@@ -86,6 +87,8 @@ protected:
     void disconnectNotify(const QMetaMethod& signal) override;
 
 private:
+    void tellNotListed(const std::vector<FileError>& errors);
+
     struct Announcement {
         QAction* item;
         QMetaMethod signal;

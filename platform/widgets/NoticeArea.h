@@ -20,6 +20,7 @@ class NoticeArea : public QFrame {
 
 public:
     static constexpr std::chrono::milliseconds untilDismissed{0};
+    static constexpr std::chrono::seconds briefly{10};
 
     // Lies over the foot of `over`, above its horizontal scroll bar, inside the widget that holds `over`. Hidden while
     // there is nothing to tell. Escape that nothing inside `over` takes dismisses it.

@@ -5,6 +5,7 @@
 #include "findref/fr_findref.h"
 #include "placement/Form2.h"
 #include "platform/system/files.h"
+#include "platform/widgets/NoticeArea.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
@@ -207,6 +208,7 @@ TEST_F(ToolWindows, ASelectedWordIsTheOneMeant) {
     editor.txt_edit->setSelStart(0);
     editor.findChild<QAction*>(QStringLiteral("mnu_findref"))->trigger();
     EXPECT_EQ(mainWindow().mdiArea()->subWindowList().size(), 1) << "at the very start there is no word";
+    EXPECT_NE(mainWindow().notices()->textOf(QStringLiteral("noWord")), QString());
     editor.txt_edit->setSelStart(7);
     editor.txt_edit->setSelLength(10);
     editor.findChild<QAction*>(QStringLiteral("mnu_findref"))->trigger();

@@ -1,6 +1,7 @@
 // The find panel and the keys that search, driven in an editor window.
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
+#include "platform/widgets/NoticeArea.h"
 #include "tests/editor/FakeHost.h"
 #include "tests/support/TempFolder.h"
 
@@ -276,6 +277,10 @@ TEST_F(Finding, F3WorksInTheTextWhileThePanelIsHidden) {
     }
     press(Qt::Key_F3, Qt::ShiftModifier);
     expectSelected(0, 3);
+    const auto notice = [&] { return editor.notices->textOf(QStringLiteral("wentRound")); };
+    EXPECT_EQ(notice(), QString());
+    press(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(notice(), QStringLiteral("4 of 4 \u2013 from the end again"));
     EXPECT_FALSE(panel.isVisible());
     EXPECT_TRUE(box().hasFocus());
 

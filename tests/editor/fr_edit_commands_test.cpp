@@ -2,6 +2,7 @@
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
 #include "platform/system/files.h"
+#include "platform/widgets/NoticeArea.h"
 #include "tests/editor/FakeHost.h"
 #include "tests/support/TempFolder.h"
 
@@ -138,6 +139,8 @@ TEST_F(Commands, SaveAsWritesElsewhereAndChangesNothingElse) {
     EXPECT_EQ(onDisk(path), "One\r\nEnd\r\n");
     EXPECT_EQ(editor.Filepath, path);
     EXPECT_EQ(editor.windowTitle(), QStringLiteral("/data.ini"));
+    const auto copyTold = [&] { return editor.notices->textOf(QStringLiteral("copy")).toStdString(); };
+    EXPECT_EQ(copyTold(), "A copy was written as \"other.ini\". This window's file is \"data.ini\", as before.");
 
     box().setText("Two\r\nEnd");
     whenModal<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
@@ -145,6 +148,7 @@ TEST_F(Commands, SaveAsWritesElsewhereAndChangesNothingElse) {
     EXPECT_EQ(onDisk(other), "One\r\nEnd\r");
     trigger("mnu_save");
     EXPECT_EQ(onDisk(path), "Two\r\nEnd");
+    EXPECT_EQ(copyTold(), "");
 }
 
 TEST_F(Commands, AFailedSaveIsToldAndLosesNothing) {

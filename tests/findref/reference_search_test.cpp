@@ -40,6 +40,20 @@ protected:
     HitList hits_;
 };
 
+TEST_F(ReferenceSearchTest, SaysWhetherTheListWasTooShort) {
+    for (const int hits : {HitList::mostHits, HitList::mostHits + 1}) {
+        temp_.file("many.ini", std::string(static_cast<std::size_t>(hits), 'x'));
+        Dirs_.clear();
+        Dirs_.add(temp_.path());
+        ReferenceSearch search(Dirs_, hits_);
+        Step step = search.next("x");
+        while (!isEnd(step))
+            step = search.next("x");
+        EXPECT_EQ(std::get<ReferenceSearch::Ended>(step).tooManyHits, hits > HitList::mostHits);
+        EXPECT_EQ(hits_.count(), HitList::mostHits);
+    }
+}
+
 TEST_F(ReferenceSearchTest, FindsWhatASearchOfEachBlockAloneFinds) {
     std::mt19937 random(20261123);
     const auto below = [&random](std::size_t limit) { return random() % limit; };

@@ -126,6 +126,20 @@ TEST_F(FrMain, FirstRunHidesThePanelAndAsksForTheDirectoryEditor) {
     EXPECT_EQ(notice(), "");
 }
 
+TEST_F(FrMain, DirectoriesThatCannotBeListedAreNamed) {
+    const auto notice = [&] { return main_->notices()->textOf(QStringLiteral("notListed")).toStdString(); };
+    const auto lineOf = [&](const char* name) { return temp_.path(name) + ": No such file or directory"; };
+    writeDirs({"game/ini", "gone", "a", "b", "c", "d"});
+    loadAndShow();
+    EXPECT_EQ(tree(), "ini: AiData.INI tank.ini tank.ini\n");
+    EXPECT_EQ(notice(),
+              "Not in the tree: " + lineOf("gone") + "; " + lineOf("a") + "; " + lineOf("b") + "; and 2 more");
+    Dirs_.clear();
+    writeDirs({"game/ini", "mod/ini"});
+    main_->loaddirs();
+    EXPECT_EQ(notice(), "");
+}
+
 TEST_F(FrMain, ReadingTheDirectoriesAgainOnlyAdds) {
     writeDirs({"game/ini", "game/empty"});
     loadAndShow();

@@ -237,6 +237,14 @@ TEST_F(Kept, WhatOthersWroteIsKeptOnEveryKindOfFileSystem) {
     }
 }
 
+TEST_F(Kept, ANameThatVanishesDuringTheSaveIsMadeAnew) {
+    const FileStamp mine = stampOf(path).value();
+    const SystemFault vanished("rename", ENOENT, 0, 1);
+    EXPECT_TRUE(replaceKnownFile(path, "mine again", mine).ok());
+    EXPECT_EQ(SystemFault::failures(), 1);
+    EXPECT_EQ(readWholeFile(path).value(), "mine again");
+}
+
 TEST_F(Kept, WithoutRoomForWhatOthersWroteNothingIsWritten) {
     fs::create_hard_link(path, folder.path() + "/second.ini");
     const FileStamp mine = stampOf(path).value();

@@ -17,11 +17,14 @@ public:
 
     static constexpr std::size_t most = 20;
 
-    // Beyond the most, the one kept longest goes.
-    void keep(Closed text) {
+    // Beyond the most, the one kept longest goes and is returned.
+    std::optional<Closed> keep(Closed text) {
         texts_.push_back(std::move(text));
-        if (texts_.size() > most)
-            texts_.pop_front();
+        if (texts_.size() <= most)
+            return std::nullopt;
+        std::optional<Closed> gone(std::move(texts_.front()));
+        texts_.pop_front();
+        return gone;
     }
 
     // The one closed last, which is kept no longer.
@@ -32,6 +35,11 @@ public:
         texts_.pop_back();
         return last;
     }
+
+    // Null when there is none.
+    [[nodiscard]] const Closed* last() const { return texts_.empty() ? nullptr : &texts_.back(); }
+
+    [[nodiscard]] std::size_t count() const { return texts_.size(); }
 
 private:
     std::deque<Closed> texts_;

@@ -7,6 +7,7 @@
 #include "placement/Form2.h"
 #include "platform/system/files.h"
 #include "platform/text/paths.h"
+#include "platform/widgets/message_box.h"
 #include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/qt_text.h"
@@ -27,11 +28,15 @@ namespace {
 const auto closedText = QStringLiteral("closedText");
 const auto noWord = QStringLiteral("noWord");
 
+const std::string& pathOf(const ClosedTexts::Closed& closed) {
+    return std::visit([](const auto& text) -> const std::string& { return text.path; }, closed);
+}
+
 } // namespace
 
 Program::Program(std::string applicationFolder) : Program(ApplicationFolder(std::move(applicationFolder))) {}
 
-Program::Program(ApplicationFolder files) : files_(std::move(files)) {}
+Program::Program(ApplicationFolder files) : files_(std::move(files)), lists_(files_) {}
 
 Program::~Program() {
     delete splash_;
@@ -111,14 +116,25 @@ void Program::openHit(const std::string& path, TextPosition position, const std:
 
 void Program::reopenClosedText() {
     std::optional<ClosedTexts::Closed> closed = closedTexts_.takeLast();
-    fr_main().notices()->withdraw(closedText);
+    tellClosedTexts();
     if (!closed)
         fr_main().notices()->tell(closedText, tr("No text was closed that its file does not hold."), {},
                                   NoticeArea::briefly);
     else if (auto* drops = std::get_if<UnsavedDrops>(&*closed))
         form2().bringBack(std::move(*drops));
     else
-        addEditor().bringBack(std::get<ClosedText>(*closed));
+        reopenEditor(std::get<ClosedText>(std::move(*closed)));
+}
+
+void Program::reopenEditor(ClosedText text) {
+    fr_edit& editor = addEditor();
+    try {
+        editor.bringBack(text);
+    } catch (const std::bad_alloc&) {
+        editor.parentWidget()->close();
+        keepClosedText(std::move(text));
+        tell(&fr_main(), tr("There is not enough memory to bring the text back. It is still kept."));
+    }
 }
 
 void Program::unsavedTextChanged(WindowHandle window, bool unsaved) {
@@ -126,17 +142,31 @@ void Program::unsavedTextChanged(WindowHandle window, bool unsaved) {
 }
 
 void Program::unsavedTextClosed(ClosedText text) {
-    const std::string path = text.path;
-    keepClosedText(path, std::move(text));
+    keepClosedText(std::move(text));
 }
 
-void Program::keepClosedText(const std::string& path, ClosedTexts::Closed text) {
-    fr_main().notices()->tell(
-        closedText,
-        tr("\"%1\" was closed with text that its file does not hold. Ctrl+Shift+T brings the text back.")
-            .arg(displayed(LastPathPart(path))),
-        displayed(path));
-    closedTexts_.keep(std::move(text));
+void Program::keepClosedText(ClosedTexts::Closed text) {
+    if (const std::optional<ClosedTexts::Closed> gone = closedTexts_.keep(std::move(text)))
+        fr_main().notices()->tell(QStringLiteral("closedTextGone"),
+                                  tr("The text of \"%1\" is gone: of the closed texts the last %2 are kept.")
+                                      .arg(displayed(LastPathPart(pathOf(*gone))))
+                                      .arg(ClosedTexts::most),
+                                  displayed(pathOf(*gone)));
+    tellClosedTexts();
+}
+
+// About the one that comes back next.
+void Program::tellClosedTexts() {
+    const ClosedTexts::Closed* last = closedTexts_.last();
+    if (last == nullptr)
+        return fr_main().notices()->withdraw(closedText);
+    const std::string path = pathOf(*last);
+    const QString what =
+        std::holds_alternative<UnsavedDrops>(*last)
+            ? tr("The drops in \"%1\" were not saved. Ctrl+Shift+T brings them back.")
+            : tr("\"%1\" was closed with text that its file does not hold. Ctrl+Shift+T brings the text back.");
+    const QString more = closedTexts_.count() > 1 ? tr(" (%1 more)").arg(closedTexts_.count() - 1) : QString();
+    fr_main().notices()->tell(closedText, what.arg(displayed(LastPathPart(path))) + more, displayed(path));
 }
 
 void Program::drawProgress(PictureBox& box, double value, double maximum) {
@@ -183,10 +213,6 @@ void Program::findReferences(std::string_view text, CaretPosition caret) {
                                NoticeArea::briefly);
 }
 
-bool Program::saveList(const char* name, const EntryList& entries) const {
-    return replaceWholeFile(files_.writePath(name), writtenList(entries)).ok();
-}
-
 template <typename Window, typename Make>
 Window& Program::single(QPointer<Window>& window, Make make) {
     if (!window) {
@@ -199,13 +225,14 @@ Window& Program::single(QPointer<Window>& window, Make make) {
 
 Fr_Directory& Program::fr_directory() {
     return single(fr_directory_, [this] {
-        auto* window = new Fr_Directory(
-            Dirs, [this](const EntryList& list) { directoriesAreOnDisk_ = saveList(directoryListFile, list); });
+        auto* window = new Fr_Directory(Dirs, [this](const EntryList& entries, const EntryList& before) {
+            directoriesAreOnDisk_ = lists_.save(directoryListFile, entries, before, *fr_main().notices());
+        });
         window->setAttribute(Qt::WA_DeleteOnClose);
         // What could not be written is in force all the same, and the old file would take it back.
         connect(window, &Fr_Directory::directoriesSaved, this, [this] {
             if (!directoriesAreOnDisk_)
-                directoriesAreOnDisk_ = saveList(directoryListFile, Dirs);
+                directoriesAreOnDisk_ = lists_.save(directoryListFile, Dirs, Dirs, *fr_main().notices());
             directoriesAreOnDisk_ ? fr_main().loaddirs() : fr_main().showDirs();
         });
         return window;
@@ -215,8 +242,9 @@ Fr_Directory& Program::fr_directory() {
 Fr_options& Program::fr_options() {
     return single(fr_options_, [this] {
         EntryList& jumps = fr_main().jumps;
-        auto* window =
-            new Fr_options(jumps, [this](const EntryList& list) { static_cast<void>(saveList(jumpListFile, list)); });
+        auto* window = new Fr_options(jumps, [this](const EntryList& entries, const EntryList& before) {
+            lists_.save(jumpListFile, entries, before, *fr_main().notices());
+        });
         fr_main().mdiArea()->addSubWindow(window, Fr_options::frameFlags());
         return window;
     });
@@ -245,8 +273,7 @@ Form2& Program::form2() {
         auto* window = new Form2;
         window->setAttribute(Qt::WA_DeleteOnClose);
         connect(window, &Form2::closedTextWanted, this, &Program::reopenClosedText);
-        connect(window, &Form2::unsavedDropsLeft, this,
-                [this](const UnsavedDrops& left) { keepClosedText(left.path, left); });
+        connect(window, &Form2::unsavedDropsLeft, this, [this](const UnsavedDrops& left) { keepClosedText(left); });
         return window;
     });
 }

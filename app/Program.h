@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/ClosedTexts.h"
+#include "app/SavedLists.h"
 #include "editor/EditorHost.h"
 #include "platform/text/EntryList.h"
 #include "shell/application_folder.h"
@@ -56,12 +57,12 @@ private:
     // A new one inside the main window, in front, without a file yet.
     [[nodiscard]] fr_edit& addEditor();
     void reopenClosedText();
-    void keepClosedText(const std::string& path, ClosedTexts::Closed text);
+    void reopenEditor(ClosedText text);
+    void keepClosedText(ClosedTexts::Closed text);
+    void tellClosedTexts();
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, const std::string& text);
-    // Writes a list file. A failure is not told: the list is in force for this run all the same.
-    [[nodiscard]] bool saveList(const char* name, const EntryList& entries) const;
     template <typename Window, typename Make>
     Window& single(QPointer<Window>& window, Make make);
     void drawProgress(PictureBox& box, double value, double maximum) override;
@@ -76,6 +77,7 @@ private:
     void findReferences(std::string_view text, CaretPosition caret) override;
 
     ApplicationFolder files_;
+    SavedLists lists_;
     QPointer<Splash> splash_;
     std::unique_ptr<Fr_main> fr_main_;
     QPointer<Fr_Directory> fr_directory_;

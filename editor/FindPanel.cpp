@@ -1,6 +1,7 @@
 #include "editor/FindPanel.h"
 
 #include "platform/richtext/RichTextBox.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
 
@@ -91,13 +92,19 @@ void FindPanel::makeFields() {
     Label2 = named(new QLabel(tr("Replace"), this), "Label2", tr("Replace"));
     txt_replace = named(new QLineEdit(this), "txt_replace", tr("Text to replace it by"));
     Txt_find->installEventFilter(this);
-    connect(Txt_find, &QLineEdit::textChanged, this, &FindPanel::wantedIsEdited);
+    connect(Txt_find, &QLineEdit::textChanged, this, [this] {
+        editedSince_ = true;
+        forgetOutcome();
+    });
     connect(Txt_find, &QLineEdit::returnPressed, this, &FindPanel::stepForwards);
     connect(txt_replace, &QLineEdit::returnPressed, this, &FindPanel::Replace);
 
+    for (QLineEdit* line : {Txt_find, txt_replace})
+        pasteWithin(*line, [this] { say(clipboardIsSilent(), false); });
+
     Check1 = named(new QCheckBox(tr("&Whole Word"), this), "Check1", tr("Whole Word"));
     Check1->setToolTip(tr("Finds the text only where a blank follows it"));
-    connect(Check1, &QCheckBox::toggled, this, &FindPanel::wantedIsEdited);
+    connect(Check1, &QCheckBox::toggled, this, &FindPanel::forgetOutcome);
     Check2 = named(new QCheckBox(tr("&Replace"), this), "Check2", tr("Replace"));
     connect(Check2, &QCheckBox::toggled, this, &FindPanel::offerReplacing);
 }
@@ -111,7 +118,7 @@ void FindPanel::makeButtons() {
     Command2 = button("Command2", tr("F&ind"), &FindPanel::Find);
     Command3 = button("Command3", tr("Find &Next"), &FindPanel::FindNext);
     replaceButton = button("replaceButton", tr("Re&place"), &FindPanel::Replace);
-    replaceAllButton = button("replaceAllButton", tr("Replace &All"), &FindPanel::ReplaceAll);
+    replaceAllButton = button("replaceAllButton", tr("Replace A&ll"), &FindPanel::ReplaceAll);
 }
 
 void FindPanel::layOut() {

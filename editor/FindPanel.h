@@ -85,7 +85,7 @@ private:
 
     void appear();
     void takeOverSelection();
-    void wantedIsEdited();
+    void forgetOutcome();
     // Where a search by the buttons has come to, -1 for nowhere; `inVain` is what to say then of a text that stands
     // elsewhere.
     void showOutcome(CaretPosition position, const QString& inVain);

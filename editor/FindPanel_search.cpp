@@ -32,8 +32,7 @@ QString FindPanel::unknownCharacter(const QString& text) {
     return {};
 }
 
-void FindPanel::wantedIsEdited() {
-    editedSince_ = true;
+void FindPanel::forgetOutcome() {
     occurrences_.reset();
     say({}, false);
 }

@@ -140,6 +140,9 @@ private:
     void addKey(const char* name, const QString& caption, const QKeySequence& key, void (fr_edit::*act)());
     void tellTroubleWithInput();
 
+    // The text box does not hold the file's text yet.
+    [[nodiscard]] bool isOpening() const { return work_.isRunning() && !recolouring_; }
+
     void watchFile();
     // Looks whether another program or window has changed the file.
     void lookAtFile();
@@ -166,6 +169,7 @@ private:
     QList<QMenu*> menus_;
     LongWork work_; // opening the file and colouring its text
     KnownFile file_;
+    bool recolouring_ = false;   // a text that is the user's own by now
     bool fileLacksText_ = false; // some of the text was never written
     bool shownUnsaved_ = false;
     QIcon plainPicture_; // without the dot

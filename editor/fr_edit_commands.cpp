@@ -2,6 +2,7 @@
 #include "editor/EditorHost.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/svg_icon.h"
 
@@ -134,10 +135,8 @@ void fr_edit::tellTroubleWithInput() {
         notices->tell(QStringLiteral("replaced"),
                       tr("Some characters cannot be kept in a file of this kind. Each was replaced by \"?\"."));
     });
-    connect(txt_edit, &RichTextBox::clipboardFailed, this, [this] {
-        notices->tell(QStringLiteral("clipboard"),
-                      tr("The program that holds the clipboard does not answer. The text is as it was."));
-    });
+    connect(txt_edit, &RichTextBox::clipboardFailed, this,
+            [this] { notices->tell(QStringLiteral("clipboard"), clipboardIsSilent(), {}, NoticeArea::briefly); });
 }
 
 } // namespace blockhouse

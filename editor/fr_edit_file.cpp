@@ -19,7 +19,7 @@ void fr_edit::watchFile() {
 }
 
 bool fr_edit::holdsUnsavedText() const {
-    return !work_.isRunning() && (txt_edit->isModified() || fileLacksText_ || file_.wasChangedByOthers());
+    return !isOpening() && (txt_edit->isModified() || fileLacksText_ || file_.wasChangedByOthers());
 }
 
 void fr_edit::showWhetherSaved() {
@@ -36,7 +36,7 @@ void fr_edit::showWhetherSaved() {
 }
 
 void fr_edit::lookAtFile() {
-    if (!Filepath.empty() && !work_.isRunning() && file_.look(Filepath, *notices))
+    if (!Filepath.empty() && !isOpening() && file_.look(Filepath, *notices))
         showWhetherSaved();
 }
 
@@ -56,6 +56,7 @@ bool fr_edit::eventFilter(QObject* watched, QEvent* event) {
 
 void fr_edit::handOverUnsavedText() {
     txt_edit->endComposition();
+    lookAtFile();
     if (holdsUnsavedText() && txt_edit->textLength() > 0)
         host_.unsavedTextClosed(
             {Filepath, txt_edit->colouredText(), txt_edit->caret(), txt_edit->firstVisibleLine(), file_.state()});

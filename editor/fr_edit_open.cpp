@@ -7,6 +7,7 @@
 #include "platform/system/files.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
 #include "platform/widgets/window_lock.h"
 
@@ -42,6 +43,7 @@ constexpr double progressAfter(HeaderKind kind) {
 bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     const auto unreadable = std::make_shared<std::optional<FileError>>();
     txt_edit->setReadOnly(true);
+    recolouring_ = false;
     LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
     try {
         outcome = work_.run(stepsOfOpening(Txt_path, Startout, unreadable), LongWork::Pointer::Hourglass);
@@ -195,7 +197,16 @@ void fr_edit::colourAgain() {
         return;
     txt_edit->endComposition();
     txt_edit->setReadOnly(true);
-    if (work_.run(stepsOfColouringAgain(), LongWork::Pointer::Hourglass) == LongWork::Outcome::Finished)
+    recolouring_ = true;
+    LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
+    try {
+        outcome = work_.run(stepsOfColouringAgain(), LongWork::Pointer::Hourglass);
+    } catch (const std::bad_alloc&) {
+        notices->tell(QStringLiteral("noMemory"), tr("There is not enough memory to colour the text again."));
+        outcome = LongWork::Outcome::Finished;
+    }
+    recolouring_ = false;
+    if (outcome == LongWork::Outcome::Finished)
         txt_edit->setReadOnly(false);
 }
 

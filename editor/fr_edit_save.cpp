@@ -17,7 +17,7 @@ std::optional<LeftOut> fr_edit::takeSnapshot() {
 }
 
 void fr_edit::writeTo(const std::string& path) {
-    const bool isOwnFile = path == Filepath;
+    const bool isOwnFile = isSameFile(path, Filepath);
     const std::optional<LeftOut> leftOut = takeSnapshot();
     const Result<Replaced> written = replaceKnownFile(path, Filetext, isOwnFile ? file_.state() : std::nullopt);
     if (!written)
@@ -28,7 +28,7 @@ void fr_edit::writeTo(const std::string& path) {
         txt_edit->setUnmodified();
         showWhetherSaved();
     }
-    tellWhatWasSaved(path, leftOut, written.value().backup);
+    tellWhatWasSaved(isOwnFile ? Filepath : path, leftOut, written.value().backup);
 }
 
 void fr_edit::tellWhatWasSaved(const std::string& path, const std::optional<LeftOut>& leftOut,
@@ -59,7 +59,7 @@ std::optional<std::string> fr_edit::askForFileName() {
 }
 
 void fr_edit::Save() {
-    if (work_.isRunning())
+    if (isOpening())
         return;
     if (Filepath.empty()) {
         takeSnapshot();
@@ -69,14 +69,14 @@ void fr_edit::Save() {
 }
 
 void fr_edit::SaveAs() {
-    if (work_.isRunning())
+    if (isOpening())
         return;
     if (const auto path = askForFileName())
         writeTo(*path);
 }
 
 void fr_edit::ToolbarSave() {
-    if (work_.isRunning())
+    if (isOpening())
         return;
     if (Filepath.empty()) {
         const auto path = askForFileName();

@@ -1,6 +1,7 @@
 #include "findref/fr_findref.h"
 
 #include "findref/HitListModel.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
 #include "platform/widgets/NoticeArea.h"
@@ -58,6 +59,8 @@ void fr_findref::makeControls() {
 
     connect(command1, &QPushButton::clicked, this, &fr_findref::search);
     connect(Text1, &QLineEdit::returnPressed, this, &fr_findref::search);
+    pasteWithin(*Text1,
+                [this] { notices->tell(QStringLiteral("clipboard"), clipboardIsSilent(), {}, NoticeArea::briefly); });
     connect(List1, &QListView::doubleClicked, this, &fr_findref::openHit);
     // Of the list alone: the press that started a search in the text box must not open a hit when the search ends.
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {

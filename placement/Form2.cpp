@@ -54,7 +54,8 @@ void Form2::bringBack(UnsavedDrops left) {
 }
 
 bool Form2::handOverUnsavedDrops() {
-    if (drops_.isSaved())
+    lookAtFile();
+    if (isSaved())
         return false;
     Q_EMIT unsavedDropsLeft({Filepath, Filetext, file_.state(), drops_});
     return true;
@@ -91,7 +92,7 @@ void Form2::save() {
 
 void Form2::showWhetherSaved() {
     setWindowIcon(QIcon());
-    if (!drops_.isSaved() || file_.wasChangedByOthers())
+    if (!isSaved())
         setWindowIcon(withDot(windowIcon()));
 }
 
@@ -159,6 +160,7 @@ void Form2::chooseStructure(int index) {
 }
 
 void Form2::press(CanvasPoint pointer) {
+    isPressed_ = true;
     const MarkBoard::Press press = board_.press(pointer);
     if (press.hit)
         Combo2->setCurrentIndex(static_cast<int>(*press.hit));
@@ -176,6 +178,7 @@ void Form2::move(CanvasPoint pointer, MouseButtons held) {
 }
 
 void Form2::release(CanvasPoint pointer) {
+    isPressed_ = false;
     const auto drop = board_.release(pointer);
     if (!drop)
         return;
@@ -205,7 +208,7 @@ void Form2::tellWritten(const QString& name, const QString& line, bool canUndo) 
 }
 
 void Form2::undo() {
-    const auto drop = drops_.undo(Filetext);
+    const auto drop = isPressed_ ? std::nullopt : drops_.undo(Filetext);
     if (!drop)
         return;
     // The log lists the lines that are in the text.
@@ -217,7 +220,7 @@ void Form2::undo() {
 }
 
 void Form2::redo() {
-    const auto drop = drops_.redo(Filetext);
+    const auto drop = isPressed_ ? std::nullopt : drops_.redo(Filetext);
     if (!drop)
         return;
     const QString line = QString::fromStdString(drop->line.after);
@@ -229,13 +232,14 @@ void Form2::redo() {
 
 // A side that is chosen only now has its marks where the text says.
 void Form2::showDrop(const DroppedStructure& drop, CanvasPoint mark) {
-    const bool isShown = Combo1->currentIndex() == drop.side;
-    if (!isShown)
-        Combo1->setCurrentIndex(drop.side);
-    const SearchRange range = chosenRange();
-    loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop.structure));
-    if (isShown)
+    if (Combo1->currentIndex() == drop.side) {
+        const SearchRange range = chosenRange();
+        loadcombopart2(range.startSearch, range.endSearch, static_cast<int>(drop.structure));
         static_cast<void>(board_.put(drop.structure, mark));
+    } else {
+        Combo1->setCurrentIndex(drop.side);
+        Combo2->setCurrentIndex(static_cast<int>(drop.structure));
+    }
     showWhetherSaved();
     Picture1->update();
 }

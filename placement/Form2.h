@@ -108,6 +108,9 @@ private:
     void listStructures(const BuildListScan& scan);
     void showDrop(const DroppedStructure& drop, CanvasPoint mark);
     void tellWritten(const QString& name, const QString& line, bool canUndo);
+
+    [[nodiscard]] bool isSaved() const { return drops_.isSaved() && !file_.wasChangedByOthers(); }
+
     void showWhetherSaved();
     void tellFailures(const std::vector<ScanFailure>& failures);
 
@@ -119,6 +122,7 @@ private:
     std::vector<StructureEntry> structures_;
     DropHistory drops_;
     KnownFile file_;
+    bool isPressed_ = false;    // a mark may be on its way
     CanvasPoint pressedMark_{}; // where the selected mark stood when the button was pressed
     SearchRange listedRange_{}; // by the last loadcombo2()
     MarkBoard board_;

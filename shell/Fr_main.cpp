@@ -101,7 +101,8 @@ void Fr_main::layOut() {
     row->addWidget(mdiArea_, 1);
     row->addWidget(picPlane);
     setCentralWidget(inside);
-    notices_ = new NoticeArea(*mdiArea_);
+    notices_ = new NoticeArea(*inside);
+    connect(notices_, &NoticeArea::heightChanged, row, [row](int height) { row->setContentsMargins(0, 0, 0, height); });
     resize(boundedToScreen(*this, QSize(toPixels(Twips{7785}).value, toPixels(Twips{6555}).value)));
 }
 

@@ -51,4 +51,17 @@ std::string writtenList(const EntryList& entries) {
     return text;
 }
 
+ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& file) {
+    EntryList onDisk;
+    ListFileReader reader(file);
+    while (std::optional<std::string> field = reader.next())
+        onDisk.add(*std::move(field));
+    if (onDisk == entries)
+        return ListSave::Nothing;
+    // What was written need not read back as it was: a comma cuts an entry in two.
+    if (onDisk == before || file == writtenList(before))
+        return ListSave::Write;
+    return entries == before ? ListSave::Nothing : ListSave::KeepTheOther;
+}
+
 } // namespace blockhouse

@@ -44,6 +44,16 @@ private:
 // What the list is written as: every entry, unquoted, followed by CR LF.
 [[nodiscard]] std::string writtenList(const EntryList& entries);
 
+// What saving a list takes.
+enum class ListSave {
+    Nothing,      // the file holds the list, or a newer one while this one is unchanged
+    Write,        // the file holds the list as it was before
+    KeepTheOther, // the file holds what another program wrote
+};
+
+// `before` is the list as it was before it was edited.
+[[nodiscard]] ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& file);
+
 inline constexpr const char* directoryListFile = "Dirs.lst";
 inline constexpr const char* jumpListFile = "jumps.lst";
 

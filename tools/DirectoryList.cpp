@@ -110,15 +110,18 @@ void DirectoryList::keyPressEvent(QKeyEvent* event) {
         walkInto(currentIndex());
     else if (event->key() == Qt::Key_Backspace)
         walkTo(folderAbove(path_));
-    else if (event->matches(QKeySequence::Paste))
-        walkToClipboard();
     else
         QListView::keyPressEvent(event);
 }
 
 // File managers put a path there in quotes, as an address, or as it is.
 void DirectoryList::walkToClipboard() {
-    QString text = clipboardText().value_or(QString()).section(QLatin1Char('\n'), 0, 0).trimmed();
+    const std::optional<QString> clipboard = clipboardText();
+    if (!clipboard) {
+        Q_EMIT refused(tr("The clipboard"), tr("the program that holds it does not answer"));
+        return;
+    }
+    QString text = clipboard->section(QLatin1Char('\n'), 0, 0).trimmed();
     if (text.size() >= 2 && text.front() == text.back() &&
         (text.front() == QLatin1Char('"') || text.front() == QLatin1Char('\'')))
         text = text.mid(1, text.size() - 2);

@@ -22,6 +22,8 @@ public:
 
     // False, with everything as it was, when the folder cannot be read.
     bool walkTo(const std::string& folder);
+    // To the folder whose path is on the clipboard. Does nothing if that is no path.
+    void walkToClipboard();
 
 Q_SIGNALS:
     // The current folder is another one now, or has been read again.
@@ -48,7 +50,6 @@ private:
         std::vector<FolderRow> rows_;
     };
 
-    void walkToClipboard();
     void walkInto(const QModelIndex& index);
     [[nodiscard]] int rowOf(const std::string& path) const;
 

@@ -78,6 +78,8 @@ void Fr_Directory::makeControls() {
     connect(List2, &QListWidget::itemClicked, this, [this] { showPath(List2->currentRow()); });
     const auto* removing = new QShortcut(QKeySequence::Delete, List2, nullptr, nullptr, Qt::WidgetShortcut);
     connect(removing, &QShortcut::activated, this, &Fr_Directory::removeSelected);
+    const auto* pasting = new QShortcut(QKeySequence::Paste, this);
+    connect(pasting, &QShortcut::activated, Dir1, &DirectoryList::walkToClipboard);
 }
 
 void Fr_Directory::tellPath(const QString& text) {
@@ -183,11 +185,8 @@ void Fr_Directory::closeEvent(QCloseEvent* event) {
     EntryList listed;
     for (int row = 0; row < List1->count(); ++row)
         listed.add(pathAt(row));
-    // Unchanged, it takes nothing back that another program has added to the file meanwhile.
-    if (listed != Dirs_) {
-        Dirs_ = std::move(listed);
-        save_(Dirs_);
-    }
+    const EntryList before = std::exchange(Dirs_, std::move(listed));
+    save_(Dirs_, before);
     if (stillOpenAfter(*this, [this] { tell(this, tr("Directory's Saved")); }))
         Q_EMIT directoriesSaved();
 }

@@ -1,9 +1,11 @@
 #include "tools/Fr_options.h"
 
 #include "platform/text/shown_entry.h"
+#include "platform/widgets/clipboard.h"
 #include "platform/widgets/controls.h"
 #include "platform/widgets/fonts.h"
 #include "platform/widgets/message_box.h"
+#include "platform/widgets/NoticeArea.h"
 #include "platform/widgets/qt_text.h"
 
 #include <QCloseEvent>
@@ -47,7 +49,7 @@ void Fr_options::makeControls() {
     Check1 = named(new QCheckBox(tr("&is it Alone?"), this), "Check1", tr("Only where it ends its line"),
                    designPlace(120, 3240, 1212, 252));
     Command1 =
-        named(new QPushButton(tr("&Add"), this), "Command1", tr("Add the setting"), designPlace(120, 3000, 492, 252));
+        named(new QPushButton(tr("A&dd"), this), "Command1", tr("Add the setting"), designPlace(120, 3000, 492, 252));
     Command2 = named(new QPushButton(tr("&Remove"), this), "Command2", tr("Remove the chosen setting"),
                      designPlace(600, 3000, 732, 252));
     connect(Command1, &QPushButton::clicked, this, &Fr_options::addTyped);
@@ -57,6 +59,9 @@ void Fr_options::makeControls() {
     setTabOrder(List1, txt_enter);
     setTabOrder(txt_enter, Check1);
     setTabOrder(Check1, Command1);
+    notices = new NoticeArea(*List1);
+    pasteWithin(*txt_enter,
+                [this] { notices->tell(QStringLiteral("clipboard"), clipboardIsSilent(), {}, NoticeArea::briefly); });
     setTabOrder(Command1, Command2);
     selectWhatIsCurrent(*List1);
     stopAtEntriesOnly(*List1);
@@ -70,7 +75,12 @@ void Fr_options::addEntry(const std::string& entry) {
 }
 
 void Fr_options::addTyped() {
-    std::string entry = documentBytes(txt_enter->text()).bytes;
+    auto [entry, lossy] = documentBytes(txt_enter->text());
+    const auto replaced = QStringLiteral("replaced");
+    if (lossy)
+        notices->tell(replaced, tr("Some characters are none of these files. Each was replaced by \"?\"."));
+    else
+        notices->withdraw(replaced);
     if (Check1->isChecked()) {
         Check1->setChecked(false);
         entry += endOfItsLine;
@@ -92,11 +102,8 @@ void Fr_options::closeEvent(QCloseEvent* event) {
     EntryList listed;
     for (int row = 0; row < List1->count(); ++row)
         listed.add(List1->item(row)->data(Qt::UserRole).toByteArray().toStdString());
-    // Unchanged, it takes nothing back that another program has added to the file meanwhile.
-    if (listed != jumps_) {
-        jumps_ = std::move(listed);
-        save_(jumps_);
-    }
+    const EntryList before = std::exchange(jumps_, std::move(listed));
+    save_(jumps_, before);
     tell(this, tr("Saved"));
 }
 

@@ -15,6 +15,8 @@
 
 namespace blockhouse {
 
+class NoticeArea;
+
 class Fr_options : public QWidget {
     Q_OBJECT
 
@@ -31,6 +33,7 @@ public:
     QPushButton* Command2;
     QLineEdit* txt_enter;
     QCheckBox* Check1;
+    NoticeArea* notices; // at the foot of the list
 
 Q_SIGNALS:
     // The window is going away.

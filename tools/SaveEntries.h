@@ -6,7 +6,7 @@
 
 namespace blockhouse {
 
-// Writes a list to its file. What becomes of it is its own business.
-using SaveEntries = std::function<void(const EntryList&)>;
+// Sees to it that the list's file holds the list, which was `before` until it was edited. Tells the user of a failure.
+using SaveEntries = std::function<void(const EntryList& entries, const EntryList& before)>;
 
 } // namespace blockhouse

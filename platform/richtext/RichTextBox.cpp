@@ -69,8 +69,15 @@ void RichTextBox::setTopMargin(Pixels height) {
 }
 
 void RichTextBox::setBottomMargin(Pixels height) {
+    const auto linesBelowCaret = [this] {
+        const auto caretLine = engine_.ask(SCI_LINEFROMPOSITION, engine_.ask(SCI_GETCURRENTPOS));
+        return engine_.ask(SCI_GETFIRSTVISIBLELINE) + engine_.ask(SCI_LINESONSCREEN) - 1 - caretLine;
+    };
+    const bool caretWasInView = linesBelowCaret() >= 0;
     bottomMargin_ = height.value;
     keepMargins();
+    if (const auto missing = -linesBelowCaret(); caretWasInView && missing > 0)
+        engine_.tell(SCI_LINESCROLL, 0, missing);
 }
 
 void RichTextBox::keepMargins() {

@@ -21,4 +21,7 @@ struct FileStamp {
 // Of the file as it is now; nothing when there is none, or the system does not tell.
 [[nodiscard]] std::optional<FileStamp> stampOf(const std::string& path);
 
+// Both paths lead to one file that exists, or are the same.
+[[nodiscard]] bool isSameFile(const std::string& path, const std::string& other);
+
 } // namespace blockhouse

@@ -3,7 +3,10 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
+
+class QLineEdit;
 
 namespace blockhouse {
 
@@ -13,5 +16,11 @@ namespace blockhouse {
 
 // False when the clipboard does not have the text afterwards.
 [[nodiscard]] bool putOnClipboard(const QString& text);
+
+// What to tell the user then.
+[[nodiscard]] QString clipboardIsSilent();
+
+// From here on the line takes pastes by key through clipboardText(); `failed` is called when there is no answer.
+void pasteWithin(QLineEdit& line, std::function<void()> failed);
 
 } // namespace blockhouse

@@ -111,9 +111,13 @@ TEST_F(ClosedUnsaved, TheLastOneComesBackFirst) {
         QTest::keyClicks(QApplication::focusWidget(), "x");
         closeFront();
     }
+    EXPECT_NE(notice().find("\"two.ini\""), std::string::npos);
+    EXPECT_NE(notice().find("(1 more)"), std::string::npos);
     bringBack();
     EXPECT_EQ(front()->Filepath, temp_.path("two.ini"));
+    EXPECT_NE(notice().find("\"one.ini\""), std::string::npos) << "it is still to be had";
     bringBack();
+    EXPECT_EQ(notice(), "");
     EXPECT_EQ(front()->Filepath, temp_.path("one.ini"));
 }
 
@@ -176,6 +180,31 @@ TEST(ClosedTexts, TheLastTwentyAreKeptTheLastFirst) {
     for (int i = 21; i >= 2; --i)
         EXPECT_EQ(std::get<ClosedText>(texts.takeLast().value()).path, std::to_string(i));
     EXPECT_FALSE(texts.takeLast());
+}
+
+TEST_F(ClosedUnsaved, OneTooManyIsToldToBeGone) {
+    const auto gone = [&] { return main().notices()->textOf(QStringLiteral("closedTextGone")).toStdString(); };
+    for (std::size_t closed = 0; closed <= ClosedTexts::most; ++closed) {
+        EXPECT_EQ(gone(), "");
+        open(closed == 0 ? "two.ini" : "one.ini");
+        QTest::keyClicks(QApplication::focusWidget(), "x");
+        closeFront();
+    }
+    EXPECT_EQ(gone(), "The text of \"two.ini\" is gone: of the closed texts the last 20 are kept.");
+}
+
+TEST_F(ClosedUnsaved, ItsNoticeLiesBelowTheWindows) {
+    open("two.ini");
+    open("one.ini");
+    QTest::keyClicks(QApplication::focusWidget(), "x");
+    closeFront();
+    const NoticeArea& told = *main().notices();
+    QCoreApplication::processEvents();
+    EXPECT_LE(main().mdiArea()->mapTo(&main(), QPoint(0, main().mdiArea()->height())).y(), told.geometry().top());
+    bringBack();
+    EXPECT_FALSE(told.isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(main().mdiArea()->height(), main().centralWidget()->height());
 }
 
 } // namespace

@@ -102,6 +102,44 @@ TEST_F(ToolWindows, WhatCannotBeWrittenIsInForceAllTheSame) {
     EXPECT_EQ(program_->Dirs.count(), 2);
 }
 
+TEST_F(ToolWindows, WhatOthersWroteIntoAListIsKept) {
+    startWithDirectories();
+    MessageBoxReader boxes;
+    const auto addToJumps = [&](const char* entry) {
+        choose("mnu_options");
+        Fr_options& options = program_->fr_options();
+        if (*entry != 0) {
+            options.txt_enter->setText(QLatin1String(entry));
+            QTest::mouseClick(options.Command1, Qt::LeftButton);
+        }
+        options.parentWidget()->close();
+        deleteWhatWasClosed();
+    };
+    const auto notice = [&] { return mainWindow().notices()->textOf(QStringLiteral("jumps.lst")).toStdString(); };
+    temp_.file("jumps.lst", "Barrel\r\nTheirs\r\n");
+    addToJumps("");
+    EXPECT_EQ(entries("jumps.lst"), "Barrel\r\nTheirs\r\n") << "nothing was changed here";
+    addToJumps("Mine");
+    EXPECT_EQ(entries("jumps.lst"), "Barrel\r\nMine\r\n");
+    const auto kept = fileNamesIn(temp_.path(), "*.bak").value();
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_EQ(entries(kept.front().c_str()), "Barrel\r\nTheirs\r\n");
+    EXPECT_NE(notice().find(kept.front()), std::string::npos);
+    std::filesystem::remove(temp_.path("jumps.lst"));
+    addToJumps("");
+    EXPECT_EQ(entries("jumps.lst"), "Barrel\r\nMine\r\n") << "a list that is gone is written again";
+    EXPECT_EQ(notice(), "");
+
+    std::filesystem::remove(temp_.path("jumps.lst"));
+    temp_.folder("jumps.lst"); // no file can take its name
+    addToJumps("More");
+    EXPECT_NE(notice().find("could not be written"), std::string::npos);
+    std::filesystem::remove(temp_.path("jumps.lst"));
+    temp_.file("jumps.lst", "Barrel\r\nMine\r\n");
+    addToJumps("");
+    EXPECT_EQ(entries("jumps.lst"), "Barrel\r\nMine\r\nMore\r\n") << "tried again";
+}
+
 TEST_F(ToolWindows, AJumpEntryTakesEffectInOpenEditors) {
     startWithDirectories();
     std::string weapons = "; made up\r\n";

@@ -151,6 +151,22 @@ TEST_F(Commands, SaveAsWritesElsewhereAndChangesNothingElse) {
     EXPECT_EQ(copyTold(), "");
 }
 
+TEST_F(Commands, SaveAsOntoTheFileItselfIsASave) {
+    open("One\r\nEnd");
+    QTest::keyClicks(&box(), "x");
+    std::ofstream(path) << "theirs";
+    whenModal<QFileDialog>([&](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(QString::fromStdString(folder.path() + "/./data.ini"));
+        whenModal<QMessageBox>([](QMessageBox& overwrite) { overwrite.button(QMessageBox::Yes)->click(); });
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    trigger("mnu_saveas");
+    EXPECT_EQ(onDisk(path), "xOne\r\nEnd");
+    EXPECT_NE(editor.notices->textOf(QStringLiteral("backup")), QString()) << "what others wrote is kept";
+    EXPECT_EQ(editor.notices->textOf(QStringLiteral("copy")), QString());
+}
+
 TEST_F(Commands, AFailedSaveIsToldAndLosesNothing) {
     open("One\r\nEnd\r\n");
     QTest::keyClicks(&box(), "x");

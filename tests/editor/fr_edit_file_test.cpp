@@ -8,8 +8,13 @@
 
 #include <gtest/gtest.h>
 #include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 
 #include <filesystem>
 #include <functional>
@@ -147,7 +152,10 @@ TEST_F(FileOfTheEditor, ANoticeCoversNoTextAndEscapeClosesIt) {
         lines += "  Armor = 1\r\n";
     open(lines + "End\r\n;x");
     const int before = box().viewport()->height();
+    QTest::keyClick(&box(), Qt::Key_End, Qt::ControlModifier);
     save();
+    EXPECT_GE(box().firstVisibleLine() + box().viewport()->height() / box().characterRect(0).height(), 203)
+        << "the caret's line stays in view";
     EXPECT_LE(box().viewport()->mapTo(editor.get(), QPoint(0, box().viewport()->height())).y(),
               editor->notices->geometry().top());
     QTest::keyClick(&box(), Qt::Key_Escape);
@@ -243,6 +251,56 @@ TEST_F(FileOfTheEditor, F5ColoursAgainAndTouchesNothingElse) {
     EXPECT_EQ(box().text(), text) << "undo goes on";
     QTest::keyClick(&box(), Qt::Key_F5);
     EXPECT_EQ(box().colouredText(), asOpened);
+}
+
+TEST_F(FileOfTheEditor, WhileF5ColoursTheTextIsTheUsersAllTheSame) {
+    std::string text;
+    while (text.size() < 1'000'000)
+        text += tank;
+    open(text);
+    QTest::keyClicks(&box(), "x");
+    bool wasColouring = false;
+    const auto whileColouring = [&](const std::function<void()>& act) {
+        QTimer::singleShot(0, editor.get(), [&, act] {
+            wasColouring = box().isReadOnly();
+            act();
+        });
+        QTest::keyClick(&box(), Qt::Key_F5);
+        EXPECT_TRUE(std::exchange(wasColouring, false));
+    };
+    whileColouring([&] { save(); });
+    EXPECT_EQ(onDisk(), "x" + text.substr(0, text.size() - 1));
+    EXPECT_FALSE(pictureHasDot());
+    QTest::keyClicks(&box(), "y");
+    whileColouring([&] { editor->close(); });
+    ASSERT_EQ(host.closedTexts.size(), 1U);
+    EXPECT_EQ(host.closedTexts.front().text.text, "xy" + text);
+}
+
+TEST_F(FileOfTheEditor, AClipboardThatDoesNotAnswerIsTold) {
+    class Silent : public QMimeData {
+    public:
+        QStringList formats() const override {
+            QThread::msleep(1100); // as long as the window system waits, or rather longer than it takes to answer
+            return {};
+        }
+    };
+
+    open(tank);
+    QGuiApplication::clipboard()->setMimeData(new Silent);
+    QTest::keyClick(&box(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(box().text(), tank);
+    EXPECT_NE(notice("clipboard"), "");
+    QTest::keyClick(&box(), Qt::Key_F, Qt::ControlModifier);
+    auto& line = *editor->findChild<QLineEdit*>(QStringLiteral("Txt_find"));
+    line.setText(QStringLiteral("Tank"));
+    QTest::keyClick(&line, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(line.text(), QStringLiteral("Tank"));
+    const auto* outcome = editor->findChild<QLabel*>(QStringLiteral("labelOutcome"));
+    EXPECT_TRUE(outcome->text().contains(QStringLiteral("does not answer")));
+    QGuiApplication::clipboard()->setText(QStringLiteral("er"));
+    QTest::keyClick(&line, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(line.text(), QStringLiteral("Tanker"));
 }
 
 TEST_F(FileOfTheEditor, CharactersThatWereReplacedAreTold) {

@@ -389,15 +389,39 @@ TEST_F(PlacementEditor, AFileThatOthersChangedIsToldWhenTheWindowComesToTheFront
     EXPECT_TRUE(form_->windowIcon().isNull());
 }
 
+TEST_F(PlacementEditor, NothingIsTakenBackWhileAMarkIsHeld) {
+    open(twoSides);
+    form_->Combo1->setCurrentIndex(0);
+    press(at(110, 110));
+    release({158, 80});
+    const std::string dropped = form_->Filetext;
+    press({158, 80});
+    form_->undo();
+    EXPECT_EQ(form_->Filetext, dropped);
+    release({158, 80});
+    form_->undo();
+    form_->undo();
+    EXPECT_EQ(form_->Filetext, twoSides);
+}
+
 TEST_F(PlacementEditor, UnreadableLocationsStayNamedBesideTheirMessages) {
     MessageBoxReader boxes;
-    open("SkirmishBuildList North\r\n" + structure("SupplyDepot", "Location = X:far Y:1") + "End\r\n" + twoSides);
+    open("SkirmishBuildList North\r\n" + structure("SupplyDepot", "Location = X:far Y:1") +
+         structure("CommandCenter", "Location = X:100.00 Y:100.00") + "End\r\n" + twoSides);
     form_->Combo1->setCurrentIndex(0);
     EXPECT_EQ(boxes.messages(), QStringList(QStringLiteral("Blockhouse|13")));
     const auto told = [&] { return form_->notices->textOf(QStringLiteral("unreadable")).toStdString(); };
     EXPECT_EQ(told(), "The location cannot be read of SupplyDepot (line 2)");
     form_->Combo1->setCurrentIndex(1);
     EXPECT_EQ(told(), "");
+    form_->Combo1->setCurrentIndex(0);
+    press(at(100, 100));
+    release({158, 80});
+    form_->Combo1->setCurrentIndex(1);
+    const auto before = boxes.messages().size();
+    form_->undo();
+    EXPECT_EQ(form_->Combo1->currentIndex(), 0);
+    EXPECT_EQ(boxes.messages().size(), before + 1) << "once for the side that comes up";
 }
 
 TEST_F(PlacementEditor, ASaveKeepsWhatOthersWrote) {

@@ -101,6 +101,35 @@ Fields readSlowly(std::string bytes) {
     return fields;
 }
 
+TEST(ListFile, IsSavedWithoutTakingBackWhatOthersWrote) {
+    const auto list = [](std::initializer_list<const char*> entries) {
+        EntryList made;
+        for (const char* entry : entries)
+            made.add(entry);
+        return made;
+    };
+    const EntryList one = list({"a", "b"});
+
+    const struct {
+        const char* what;
+        EntryList entries;
+        EntryList before;
+        const char* file;
+        ListSave expected;
+    } cases[] = {
+        {"as it was", one, one, "a\r\nb\r\n", ListSave::Nothing},
+        {"as it was, in other words", one, one, "\"a\", b", ListSave::Nothing},
+        {"edited", list({"a"}), one, "a\r\nb\r\n", ListSave::Write},
+        {"others wrote, and it is unchanged", one, one, "a\r\nb\r\nc\r\n", ListSave::Nothing},
+        {"others wrote", list({"a"}), one, "a\r\nb\r\nc\r\n", ListSave::KeepTheOther},
+        {"others wrote the same", list({"a"}), one, "a\r\n", ListSave::Nothing},
+        {"cut by its comma when it is read", list({"a,b", "c"}), list({"a,b"}), "a,b\r\n", ListSave::Write},
+    };
+
+    for (const auto& c : cases)
+        EXPECT_EQ(listSave(c.entries, c.before, c.file), c.expected) << c.what;
+}
+
 TEST(ListFile, ReadsAnyBytesLikeTheSlowReader) {
     std::mt19937 random(20);
     const std::string alphabet("ab,,\"\"  \r\n\r\n\0", 13);

@@ -75,13 +75,15 @@ bool takeExtendedAttributes(int, const std::string&, bool) {
 } // namespace
 
 bool takeAttributes(int file, const std::string& path, const struct stat& original) {
-    const bool ownerKept = ::fchown(file, original.st_uid, original.st_gid) == 0;
-    const bool groupKept = ownerKept || ::fchown(file, static_cast<uid_t>(-1), original.st_gid) == 0;
+    const bool bothKept = ::fchown(file, original.st_uid, original.st_gid) == 0;
+    if (!bothKept && original.st_uid != ::geteuid())
+        return false;
+    const bool groupKept = bothKept || ::fchown(file, static_cast<uid_t>(-1), original.st_gid) == 0;
     if (!takeExtendedAttributes(file, path, groupKept))
         return false;
     // Running as its owner or its group must not turn into running as somebody else.
     mode_t kept = 0777 | S_ISVTX;
-    kept |= ownerKept ? S_ISUID : 0;
+    kept |= bothKept ? S_ISUID : 0;
     kept |= groupKept ? S_ISGID : 0;
     mode_t mode = original.st_mode & kept;
     // What one group may do, another one may not.

@@ -135,6 +135,12 @@ std::optional<FileStamp> stampOf(const std::string& path) {
     return stampFrom(status);
 }
 
+bool isSameFile(const std::string& path, const std::string& other) {
+    const std::optional<FileStamp> one = stampOf(path);
+    const std::optional<FileStamp> two = stampOf(other);
+    return path == other || (one && two && one->volume == two->volume && one->file == two->file);
+}
+
 Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit) {
     const Result<NormalFile> file = openNormalFile(path);
     if (!file)

@@ -143,6 +143,17 @@ TEST_F(Kept, AGroupThatCannotBeKeptPassesNoRightsToAnother) {
     EXPECT_EQ(valueOf(path, accessList), oneMoreUser());
 }
 
+TEST_F(Kept, AnOwnerThatCannotBeGivenBack) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a file of somebody else's";
+    ASSERT_EQ(::chown(path.c_str(), 12345, 0), 0);
+    const auto before = statusOf(path);
+    const SystemFault foreignOwner("fchown", EPERM);
+    replace("new");
+    EXPECT_EQ(statusOf(path).st_ino, before.st_ino) << "written in place";
+    EXPECT_EQ(statusOf(path).st_uid, before.st_uid);
+}
+
 TEST_F(Kept, HardLinks) {
     const std::string second = folder.path() + "/second.ini";
     fs::create_hard_link(path, second);

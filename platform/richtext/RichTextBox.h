@@ -211,6 +211,7 @@ private:
     void compose(const QInputMethodEvent& event);
     void commit(const QInputMethodEvent& event);
     void replaceComposition(QInputMethodEvent& event);
+    void startUndoStep();
     [[nodiscard]] bool actOnClipboardKey(const QKeyEvent& event);
     [[nodiscard]] bool putSelectionOnClipboard();
     void insertOverSelection(std::string_view utf8);

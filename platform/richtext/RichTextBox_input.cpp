@@ -132,6 +132,8 @@ void RichTextBox::keyPressEvent(QKeyEvent* event) {
     if (actOnClipboardKey(*event)) {
         event->accept();
     } else {
+        if (!isReadOnly() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+            startUndoStep();
         const std::string typed = typesText(*event) ? encodedForInsertion(event->text()) : std::string();
         QKeyEvent encoded(event->type(), event->key(), event->modifiers(), QString::fromStdString(typed),
                           event->isAutoRepeat());
@@ -144,6 +146,12 @@ void RichTextBox::keyPressEvent(QKeyEvent* event) {
 void RichTextBox::keyReleaseEvent(QKeyEvent* event) {
     seenPress_.forget();
     QsciScintillaBase::keyReleaseEvent(event);
+}
+
+// Without it the text engine takes back all that was typed in a row, however many lines that are.
+void RichTextBox::startUndoStep() {
+    engine_.tell(SCI_BEGINUNDOACTION);
+    engine_.tell(SCI_ENDUNDOACTION);
 }
 
 bool RichTextBox::actOnClipboardKey(const QKeyEvent& event) {

@@ -8,17 +8,20 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace blockhouse {
 namespace {
 
-struct {
+struct Fault {
     std::string_view call;
     int error = 0;
     int spared = 0;
     int times = 0;
     int failures = 0;
-} fault;
+};
+
+std::vector<Fault> faults; // the last one made is the last one here
 
 int callsLeftToLive = -1; // negative: for ever
 
@@ -27,25 +30,28 @@ bool fails(std::string_view call) {
         kill(getpid(), SIGKILL);
     if (callsLeftToLive > 0)
         --callsLeftToLive;
-    if (call != fault.call || fault.spared-- > 0 || fault.failures >= fault.times)
-        return false;
-    ++fault.failures;
-    errno = fault.error;
-    return true;
+    for (Fault& fault : faults) {
+        if (call != fault.call || fault.spared-- > 0 || fault.failures >= fault.times)
+            continue;
+        ++fault.failures;
+        errno = fault.error;
+        return true;
+    }
+    return false;
 }
 
 } // namespace
 
 SystemFault::SystemFault(const char* call, int error, int spared, int times) {
-    fault = {call, error, spared, times, 0};
+    faults.push_back({call, error, spared, times, 0});
 }
 
 SystemFault::~SystemFault() {
-    fault = {};
+    faults.pop_back();
 }
 
 int SystemFault::failures() {
-    return fault.failures;
+    return faults.back().failures;
 }
 
 void dieAtCall(int n) {

@@ -4,7 +4,8 @@
 
 namespace blockhouse {
 
-// While it lives, calls of that name fail: those after the first `spared` ones, as many as `times`.
+// While it lives, calls of that name fail: those after the first `spared` ones, as many as `times`. The one made last
+// goes first.
 class SystemFault {
 public:
     static constexpr int always = 1'000'000;
@@ -15,6 +16,7 @@ public:
     SystemFault(const SystemFault&) = delete;
     SystemFault& operator=(const SystemFault&) = delete;
 
+    // Of the one made last.
     [[nodiscard]] static int failures();
 };
 

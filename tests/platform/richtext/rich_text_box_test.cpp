@@ -360,8 +360,13 @@ TEST(RichTextBox, UndoAndRedoKeys) {
     QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
     QTest::keyClick(&box, Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(box.text(), "xya");
+    QTest::keyClicks(&box, "b");
+    QTest::keyClick(&box, Qt::Key_Return);
+    QTest::keyClicks(&box, "c");
+    QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(box.text(), "xyba") << "a line at a time";
     QTest::keyClick(&box, Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(box.selLength(), 3);
+    EXPECT_EQ(box.selLength(), 4);
 }
 
 TEST(RichTextBox, TheHookSeesEveryPressOnceAndBeforeShortcuts) {

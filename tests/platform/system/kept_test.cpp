@@ -267,6 +267,33 @@ TEST_F(Kept, WithoutRoomForWhatOthersWroteNothingIsWritten) {
     EXPECT_EQ(readWholeFile(path).value(), "theirs");
 }
 
+TEST_F(Kept, WhatOthersWroteIsNeverGoneForWantOfAName) {
+    const FileStamp mine = stampOf(path).value();
+    std::ofstream(path) << "theirs";
+    {
+        const SystemFault noExchange("rename", EINVAL, 0, 1);
+        const SystemFault noCopy("create", ENOSPC, 1);
+        EXPECT_EQ(replaceKnownFile(path, "mine again", mine).error().cause, "No space left on device");
+        EXPECT_GT(SystemFault::failures(), 0);
+    }
+    EXPECT_EQ(readWholeFile(path).value(), "theirs");
+    const SystemFault noSecondName("link", EPERM);
+    const SystemFault noOtherName("rename", EIO, 1);
+    const Result<Replaced> replaced = replaceKnownFile(path, "mine again", mine);
+    EXPECT_GT(SystemFault::failures(), 0);
+    EXPECT_EQ(readWholeFile(path).value(), "mine again");
+    EXPECT_EQ(readWholeFile(replaced.value().backup).value(), "theirs") << "under whatever name";
+}
+
+TEST_F(Kept, ANameWithoutAnExtensionIsKeptWhole) {
+    for (const char* name : {".units", "units", ".units.d/units"}) {
+        fs::create_directories(fs::path(folder.path()) / ".units.d");
+        const std::string file = folder.file(name, "theirs");
+        const Result<Replaced> replaced = replaceKnownFile(file, "mine", FileStamp{});
+        EXPECT_EQ(replaced.value().backup.find(file + " 20"), 0U) << replaced.value().backup;
+    }
+}
+
 TEST_F(Kept, OnlyOwnStaleFilesOfADeadProcessAreRemoved) {
     const pid_t dead = fork();
     if (dead == 0)

@@ -141,7 +141,10 @@ private:
     void tellTroubleWithInput();
 
     // The text box does not hold the file's text yet.
-    [[nodiscard]] bool isOpening() const { return work_.isRunning() && !recolouring_; }
+    [[nodiscard]] bool isOpening() const { return opening_; }
+
+    // From here on the text is the user's.
+    void ownText();
 
     void watchFile();
     // Looks whether another program or window has changed the file.
@@ -169,7 +172,7 @@ private:
     QList<QMenu*> menus_;
     LongWork work_; // opening the file and colouring its text
     KnownFile file_;
-    bool recolouring_ = false;   // a text that is the user's own by now
+    bool opening_ = false;
     bool fileLacksText_ = false; // some of the text was never written
     bool shownUnsaved_ = false;
     QIcon plainPicture_; // without the dot

@@ -43,7 +43,7 @@ constexpr double progressAfter(HeaderKind kind) {
 bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     const auto unreadable = std::make_shared<std::optional<FileError>>();
     txt_edit->setReadOnly(true);
-    recolouring_ = false;
+    opening_ = true;
     LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
     try {
         outcome = work_.run(stepsOfOpening(Txt_path, Startout, unreadable), LongWork::Pointer::Hourglass);
@@ -56,7 +56,7 @@ bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     }
     if (outcome != LongWork::Outcome::Finished)
         return false;
-    txt_edit->setReadOnly(false);
+    ownText();
     return true;
 }
 
@@ -197,7 +197,6 @@ void fr_edit::colourAgain() {
         return;
     txt_edit->endComposition();
     txt_edit->setReadOnly(true);
-    recolouring_ = true;
     LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
     try {
         outcome = work_.run(stepsOfColouringAgain(), LongWork::Pointer::Hourglass);
@@ -205,9 +204,14 @@ void fr_edit::colourAgain() {
         notices->tell(QStringLiteral("noMemory"), tr("There is not enough memory to colour the text again."));
         outcome = LongWork::Outcome::Finished;
     }
-    recolouring_ = false;
     if (outcome == LongWork::Outcome::Finished)
-        txt_edit->setReadOnly(false);
+        ownText();
+}
+
+// Whatever ran last: opening another file takes the place of a colouring that is under way.
+void fr_edit::ownText() {
+    opening_ = false;
+    txt_edit->setReadOnly(false);
 }
 
 // In a box of its own that is never shown, since the passes select text and move the caret.

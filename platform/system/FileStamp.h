@@ -14,6 +14,12 @@ struct FileStamp {
     std::uint64_t size = 0;
     std::int64_t changedSeconds = 0;
     std::int64_t changedNanoseconds = 0;
+    // Of the last change of anything about the file, its name and its rights included. No program can set it back.
+    std::int64_t touchedSeconds = 0;
+    std::int64_t touchedNanoseconds = 0;
+
+    // What stays when nothing but the file's name changes.
+    [[nodiscard]] FileStamp withoutTouch() const { return {volume, file, size, changedSeconds, changedNanoseconds}; }
 
     bool operator==(const FileStamp&) const = default;
 };

@@ -130,6 +130,10 @@ TEST_F(ToolWindows, WhatOthersWroteIntoAListIsKept) {
     EXPECT_EQ(entries("jumps.lst"), "Barrel\r\nMine\r\n") << "a list that is gone is written again";
     EXPECT_EQ(notice(), "");
 
+    temp_.file("jumps.lst", std::string(largestListFile + 1, 'x'));
+    addToJumps("");
+    EXPECT_EQ(std::filesystem::file_size(temp_.path("jumps.lst")), largestListFile + 1) << "what cannot be read stays";
+
     std::filesystem::remove(temp_.path("jumps.lst"));
     temp_.folder("jumps.lst"); // no file can take its name
     addToJumps("More");

@@ -155,9 +155,11 @@ TEST_F(Commands, SaveAsOntoTheFileItselfIsASave) {
     open("One\r\nEnd");
     QTest::keyClicks(&box(), "x");
     std::ofstream(path) << "theirs";
+    const std::string link = folder.path("link.ini");
+    std::filesystem::create_symlink(path, link);
     whenModal<QFileDialog>([&](QFileDialog& dialog) {
         auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        name->setText(QString::fromStdString(folder.path() + "/./data.ini"));
+        name->setText(QString::fromStdString(link));
         whenModal<QMessageBox>([](QMessageBox& overwrite) { overwrite.button(QMessageBox::Yes)->click(); });
         QTest::keyClick(name, Qt::Key_Return);
     });

@@ -200,6 +200,7 @@ TEST_F(FileOfTheEditor, OnlyTextThatTheFileLacksIsKept) {
         {"typed", [&] { QTest::keyClicks(&box(), "x"); }, 1},
         {"all deleted", [&] { box().setSelLength(box().textLength()), QTest::keyClick(&box(), Qt::Key_Delete); }, 0},
         {"changed on the disk", [&] { changeOnDisk("End"), comeToTheFront(); }, 1},
+        {"changed there unseen", [&] { changeOnDisk("End"); }, 1},
     };
 
     for (const auto& [what, act, kept] : cases) {

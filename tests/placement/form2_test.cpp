@@ -12,6 +12,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 
@@ -367,6 +368,9 @@ TEST_F(PlacementEditor, TheLogLeavesTheKeysOfUndoToTheWindow) {
     EXPECT_EQ(form_->Filetext, twoSides);
     QTest::keyClick(form_->log1, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(form_->Filetext, dropped);
+    form_->log1->setPlainText(QStringLiteral("a remark"));
+    form_->undo();
+    EXPECT_EQ(form_->log1->toPlainText(), QStringLiteral("a remark")) << "only its own lines are taken out";
 }
 
 TEST_F(PlacementEditor, AFileThatOthersChangedIsToldWhenTheWindowComesToTheFront) {
@@ -384,6 +388,12 @@ TEST_F(PlacementEditor, AFileThatOthersChangedIsToldWhenTheWindowComesToTheFront
     EXPECT_EQ(comeToTheFront(), "") << "told once";
     ASSERT_EQ(std::remove(path_.c_str()), 0);
     EXPECT_NE(comeToTheFront().find("no longer on the disk"), std::string::npos);
+    form_->save();
+    EXPECT_EQ(comeToTheFront(), "");
+    ASSERT_EQ(std::remove(path_.c_str()), 0);
+    QSignalSpy left(form_.get(), &Form2::unsavedDropsLeft);
+    form_->close();
+    EXPECT_EQ(left.count(), 1) << "nobody else has this text now";
     form_->save();
     EXPECT_EQ(comeToTheFront(), "");
     EXPECT_TRUE(form_->windowIcon().isNull());

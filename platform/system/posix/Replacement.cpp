@@ -121,30 +121,34 @@ int Replacement::takePlace() {
 int Replacement::takePlaceOf(const FileStamp& known, std::string& backup) {
     if (const int error = giveName(); error != 0)
         return error;
+
+    struct stat status {};
+
+    const bool isOthers = ::stat(target_.c_str(), &status) == 0 && stampFrom(status) != known;
 #ifdef RENAME_EXCHANGE
     const int error = ::renameat2(AT_FDCWD, path_.c_str(), AT_FDCWD, target_.c_str(), RENAME_EXCHANGE) == 0 ? 0 : errno;
     if (error == 0)
-        return exchange(known, backup);
+        return exchange(known, isOthers, backup);
     if (error == ENOENT) // nothing has the name any more
         return takePlace();
     if (error != EINVAL && error != ENOSYS && error != ENOTSUP)
         return error;
 #endif
     // A file system that cannot exchange names.
-    struct stat status {};
-
-    if (::stat(target_.c_str(), &status) == 0 && stampFrom(status) != known)
+    if (isOthers)
         if (const int copied = copyToBackup(target_, backup); copied != 0)
             return copied;
     return takePlace();
 }
 
-int Replacement::exchange(const FileStamp& known, std::string& backup) {
+int Replacement::exchange(const FileStamp& known, bool isOthers, std::string& backup) {
     const std::string old = std::exchange(path_, {}); // it may be somebody else's text now
 
     struct stat status {};
 
-    if (::stat(old.c_str(), &status) == 0 && stampFrom(status) == known)
+    // The exchange itself has touched it.
+    const auto isAsKnown = [&] { return stampFrom(status).withoutTouch() == known.withoutTouch(); };
+    if (!isOthers && ::stat(old.c_str(), &status) == 0 && isAsKnown())
         ::unlink(old.c_str());
     else if (const int error = renameToBackup(old, target_, backup); error != 0)
         backup = old; // whole, if under an odd name

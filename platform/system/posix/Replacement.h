@@ -46,7 +46,7 @@ private:
     [[nodiscard]] int openUnnamed(mode_t mode);
     [[nodiscard]] int openNamed(mode_t mode);
     [[nodiscard]] int giveName();
-    [[nodiscard]] int exchange(const FileStamp& known, std::string& backup);
+    [[nodiscard]] int exchange(const FileStamp& known, bool isOthers, std::string& backup);
     [[nodiscard]] int finish();
 
     const std::string target_;

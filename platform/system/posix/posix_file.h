@@ -72,9 +72,10 @@ inline std::optional<FileError> refusalOf(const std::string& path, const struct 
 }
 
 inline FileStamp stampFrom(const struct stat& status) {
-    return {static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
-            static_cast<std::uint64_t>(status.st_size), static_cast<std::int64_t>(status.st_mtim.tv_sec),
-            static_cast<std::int64_t>(status.st_mtim.tv_nsec)};
+    return {static_cast<std::uint64_t>(status.st_dev),         static_cast<std::uint64_t>(status.st_ino),
+            static_cast<std::uint64_t>(status.st_size),        static_cast<std::int64_t>(status.st_mtim.tv_sec),
+            static_cast<std::int64_t>(status.st_mtim.tv_nsec), static_cast<std::int64_t>(status.st_ctim.tv_sec),
+            static_cast<std::int64_t>(status.st_ctim.tv_nsec)};
 }
 
 struct NormalFile {

@@ -211,6 +211,12 @@ TEST_F(Kept, WhatOthersWroteIsKeptBeside) {
     EXPECT_EQ(readWholeFile(second).value(), "theirs, too");
     EXPECT_EQ(readWholeFile(kept).value(), "theirs");
 
+    const FileStamp again = saved("as long", stampOf(path).value()).stamp;
+    const auto time = fs::last_write_time(path);
+    std::ofstream(path) << "theirs!";
+    fs::last_write_time(path, time);
+    EXPECT_EQ(readWholeFile(saved("mine", again).backup).value(), "theirs!") << "as long, and with the old time";
+
     fs::remove(path);
     EXPECT_EQ(saved("back", mine).backup, "") << "gone, there is nothing to keep";
     std::ofstream(path) << "chosen to be written over";

@@ -368,9 +368,10 @@ TEST_F(PlacementEditor, TheLogLeavesTheKeysOfUndoToTheWindow) {
     EXPECT_EQ(form_->Filetext, twoSides);
     QTest::keyClick(form_->log1, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(form_->Filetext, dropped);
-    form_->log1->setPlainText(QStringLiteral("a remark"));
+    form_->log1->setPlainText(QStringLiteral("a remark that is longer than the line which that drop wrote"));
     form_->undo();
-    EXPECT_EQ(form_->log1->toPlainText(), QStringLiteral("a remark")) << "only its own lines are taken out";
+    EXPECT_EQ(form_->log1->toPlainText(), QStringLiteral("a remark that is longer than the line which that drop wrote"))
+        << "only its own lines are taken out";
 }
 
 TEST_F(PlacementEditor, AFileThatOthersChangedIsToldWhenTheWindowComesToTheFront) {

@@ -116,9 +116,8 @@ private:
     // `unreadable` tells the cause if the file could not be read.
     [[nodiscard]] LongWork::Steps stepsOfOpening(const std::string& path, TextPosition startout,
                                                  const std::shared_ptr<std::optional<FileError>>& unreadable);
-    enum class TextToFormat { InTheBox, OfTheFile };
-    [[nodiscard]] LongWork::Steps stepsOfFormatting(TextToFormat text);
-    [[nodiscard]] LongWork::Steps stepsOfColouringAgain();
+    void colourFile();
+    [[nodiscard]] LongWork::Steps stepsOfFormatting();
     // Serves events.
     void progress(double value, double maximum);
     [[nodiscard]] LongWork::Then readFile(const std::string& path, std::optional<FileError>& unreadable);
@@ -142,9 +141,6 @@ private:
 
     // The text box does not hold the file's text yet.
     [[nodiscard]] bool isOpening() const { return opening_; }
-
-    // From here on the text is the user's.
-    void ownText();
 
     void watchFile();
     // Looks whether another program or window has changed the file.

@@ -3,6 +3,7 @@
 #include "editor/EditorHost.h"
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
+#include "editor/OpeningColours.h"
 #include "editor/textboxbas.h"
 #include "platform/system/files.h"
 #include "platform/text/paths.h"
@@ -38,6 +39,12 @@ constexpr double progressAfter(HeaderKind kind) {
     return 0;
 }
 
+const std::shared_ptr<const ColouringRule>& openingColours() {
+    static const std::shared_ptr<const ColouringRule> rule =
+        std::make_shared<OpeningColours>(KeywordList(), KeywordColor, CommentDelimiter, CommentHighlight);
+    return rule;
+}
+
 } // namespace
 
 bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
@@ -56,7 +63,8 @@ bool fr_edit::Openfile(const std::string& Txt_path, TextPosition Startout) {
     }
     if (outcome != LongWork::Outcome::Finished)
         return false;
-    ownText();
+    opening_ = false;
+    txt_edit->setReadOnly(false);
     return true;
 }
 
@@ -87,9 +95,8 @@ LongWork::Steps fr_edit::stepsOfOpening(const std::string& path, TextPosition st
         progress(10, 10);
         return Then::NextStep;
     });
-    for (LongWork::Step& step : stepsOfFormatting(TextToFormat::OfTheFile))
-        steps.push_back(std::move(step));
     steps.emplace_back([this] {
+        colourFile();
         thebar->Cls();
         return Then::End;
     });
@@ -157,14 +164,26 @@ int fr_edit::blockToSelect(TextPosition startout) const {
     return found >= 0 ? found : second;
 }
 
-void fr_edit::FormatBox() {
-    if (!work_.isRunning()) // opening a file does it anyway
-        work_.run(stepsOfFormatting(TextToFormat::InTheBox), LongWork::Pointer::Hourglass);
+void fr_edit::colourFile() {
+    Combo1->clear();
+    txt_edit->setText(Filetext, openingColours());
+    // As the comment pass leaves it.
+    if (txt_edit->contains(CommentDelimiter))
+        ReadColorTable(*txt_edit);
 }
 
-// One lock for all of it: in between, the window would show the text without colours, or without its comments'. The
-// text is set after the lock is taken, since what changed before would be painted all the same.
-LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
+void fr_edit::colourAgain() {
+    if (!isOpening())
+        txt_edit->colourBy(openingColours());
+}
+
+void fr_edit::FormatBox() {
+    if (!work_.isRunning()) // opening a file does it anyway
+        work_.run(stepsOfFormatting(), LongWork::Pointer::Hourglass);
+}
+
+// One lock for all of it: in between, the window would show the text without colours, or without its comments'.
+LongWork::Steps fr_edit::stepsOfFormatting() {
     using Then = LongWork::Then;
 
     struct Formatting {
@@ -175,11 +194,9 @@ LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
     };
 
     const auto formatting = std::make_shared<std::optional<Formatting>>();
-    return {[this, formatting, text] {
+    return {[this, formatting] {
                 formatting->emplace(this);
                 Combo1->clear();
-                if (text == TextToFormat::OfTheFile)
-                    txt_edit->setText(Filetext);
                 (*formatting)->keywords.emplace(*txt_edit, KeywordColor, KeywordList());
                 return Then::NextStep;
             },
@@ -189,46 +206,6 @@ LongWork::Steps fr_edit::stepsOfFormatting(TextToFormat text) {
                 HighlightFromChar(this, *txt_edit, CommentHighlight, CommentDelimiter, false);
                 formatting->reset();
                 return Then::NextStep;
-            }};
-}
-
-void fr_edit::colourAgain() {
-    if (work_.isRunning())
-        return;
-    txt_edit->endComposition();
-    txt_edit->setReadOnly(true);
-    LongWork::Outcome outcome = LongWork::Outcome::Abandoned;
-    try {
-        outcome = work_.run(stepsOfColouringAgain(), LongWork::Pointer::Hourglass);
-    } catch (const std::bad_alloc&) {
-        notices->tell(QStringLiteral("noMemory"), tr("There is not enough memory to colour the text again."));
-        outcome = LongWork::Outcome::Finished;
-    }
-    if (outcome == LongWork::Outcome::Finished)
-        ownText();
-}
-
-// Whatever ran last: opening another file takes the place of a colouring that is under way.
-void fr_edit::ownText() {
-    opening_ = false;
-    txt_edit->setReadOnly(false);
-}
-
-// In a box of its own that is never shown, since the passes select text and move the caret.
-LongWork::Steps fr_edit::stepsOfColouringAgain() {
-    using Then = LongWork::Then;
-    const auto coloured = std::make_shared<RichTextBox>();
-    const auto keywords = std::make_shared<std::optional<KeywordPass>>();
-    return {[this, coloured, keywords] {
-                coloured->setText(txt_edit->text());
-                keywords->emplace(*coloured, KeywordColor, KeywordList());
-                return Then::NextStep;
-            },
-            [keywords] { return (*keywords)->colourNext() ? Then::Again : Then::NextStep; },
-            [this, coloured] {
-                HighlightFromChar(this, *coloured, CommentHighlight, CommentDelimiter, true);
-                txt_edit->takeColoursOf(*coloured);
-                return Then::End;
             }};
 }
 

@@ -1,5 +1,7 @@
 #include "platform/richtext/CharacterIndex.h"
 
+#include "platform/text/codepage.h"
+
 #include <Qsci/qsciscintillabase.h>
 
 #include <algorithm>
@@ -16,10 +18,32 @@ constexpr int countedCharacters = Sci::SC_LINECHARACTERINDEX_UTF32;
 
 CharacterIndex::CharacterIndex(TextEngine engine) : engine_(engine) {
     engine_.tell(Sci::SCI_SETCODEPAGE, Sci::SC_CP_UTF8);
+}
+
+void CharacterIndex::count() {
     engine_.tell(Sci::SCI_ALLOCATELINECHARACTERINDEX, countedCharacters);
+    counts_ = true;
+}
+
+void CharacterIndex::stopCounting() {
+    if (counts_)
+        engine_.tell(Sci::SCI_RELEASELINECHARACTERINDEX, countedCharacters);
+    counts_ = false;
+}
+
+void CharacterIndex::textGoes() {
+    stopCounting();
+    stale_ = false;
+}
+
+void CharacterIndex::textReplaced(bool everyCharacterIsAscii) {
+    if (!everyCharacterIsAscii)
+        count();
 }
 
 std::ptrdiff_t CharacterIndex::length() const {
+    if (!counts_)
+        return engine_.length();
     return engine_.ask(Sci::SCI_INDEXPOSITIONFROMLINE, engine_.ask(Sci::SCI_GETLINECOUNT), countedCharacters);
 }
 
@@ -69,14 +93,23 @@ std::vector<ByteSpan> CharacterIndex::spansOf(std::span<const TextRange> ranges)
 }
 
 void CharacterIndex::inserting(BytePosition at) {
+    if (!counts_)
+        return;
     stale_ = stale_ || engine_.isInsideLineBreak(at);
 }
 
 void CharacterIndex::inserted(ByteSpan span) {
+    if (!counts_) {
+        if (!codepage::isAscii(engine_.text(span)))
+            count();
+        return;
+    }
     stale_ = stale_ || engine_.isInsideLineBreak(span.first) || engine_.isInsideLineBreak(span.last);
 }
 
 void CharacterIndex::deleting(ByteSpan span) {
+    if (!counts_)
+        return;
     const bool joins = span.first > 0 && engine_.ask(Sci::SCI_GETCHARAT, span.first - 1) == '\r' &&
                        engine_.ask(Sci::SCI_GETCHARAT, span.last) == '\n';
     stale_ = stale_ || joins || engine_.isInsideLineBreak(span.first) || engine_.isInsideLineBreak(span.last);
@@ -85,8 +118,8 @@ void CharacterIndex::deleting(ByteSpan span) {
 void CharacterIndex::settle() {
     if (!std::exchange(stale_, false))
         return;
-    engine_.tell(Sci::SCI_RELEASELINECHARACTERINDEX, countedCharacters);
-    engine_.tell(Sci::SCI_ALLOCATELINECHARACTERINDEX, countedCharacters);
+    stopCounting();
+    count();
 }
 
 } // namespace blockhouse

@@ -9,7 +9,8 @@
 
 namespace blockhouse {
 
-// The text engine counts the characters of every line, but miscounts them after an edit that takes a CR LF apart or
+// As long as every character is one byte there is nothing to count. Otherwise the text engine counts the characters of
+// every line, which takes time and memory when it begins. It miscounts them after an edit that takes a CR LF apart or
 // puts one together. So every edit is told before it happens, an insertion also after it has happened, and settle()
 // comes before the next question.
 class CharacterIndex {
@@ -25,6 +26,10 @@ public:
     // The ranges are ordered by their start and may overlap; the spans are apart, and none is empty.
     [[nodiscard]] std::vector<ByteSpan> spansOf(std::span<const TextRange> ranges) const;
 
+    // The document is about to be replaced, or has been; nothing is asked in between.
+    void textGoes();
+    void textReplaced(bool everyCharacterIsAscii);
+
     void inserting(BytePosition at);
     void inserted(ByteSpan span);
     void deleting(ByteSpan span);
@@ -33,7 +38,11 @@ public:
 private:
     [[nodiscard]] BytePosition byteByLines(CaretPosition character) const;
 
+    void count();
+    void stopCounting();
+
     TextEngine engine_;
+    bool counts_ = false; // else every character is one byte
     bool stale_ = false;
 };
 

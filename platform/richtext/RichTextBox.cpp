@@ -177,10 +177,11 @@ void RichTextBox::setColouredText(const rtf::ColouredText& coloured) {
     load(coloured.text, coloured.runs);
 }
 
-void RichTextBox::takeColoursOf(const RichTextBox& other) {
+void RichTextBox::colourBy(std::shared_ptr<const ColouringRule> rule) {
     endComposition();
     const std::string decoded = asciiText() ? std::string() : text();
-    styles_.recolourAll(asciiText().value_or(decoded), other.styles_.allRuns(other.index_.everyCharacterIsOneByte()));
+    styles_.colourBy(std::move(rule), asciiText().value_or(decoded));
+    viewport()->update();
 }
 
 bool RichTextBox::isModified() const {
@@ -193,19 +194,22 @@ void RichTextBox::setUnmodified() {
 }
 
 void RichTextBox::load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText) {
-    const bool wasReadOnly = isReadOnly();
-    setReadOnly(false);
-    listenForEdits(false);
-    engine_.tell(SCI_SETUNDOCOLLECTION, 0);
     if (!isTheText)
         replaceDocument(bytes);
     styles_.recolourAll(bytes, runs);
-    engine_.tell(SCI_SETUNDOCOLLECTION, 1);
+    beginAnew(bytes);
+}
+
+void RichTextBox::setText(std::string_view bytes, std::shared_ptr<const ColouringRule> rule) {
+    endComposition();
+    replaceDocument(bytes);
+    styles_.colourBy(std::move(rule), bytes);
+    beginAnew(bytes);
+}
+
+void RichTextBox::beginAnew(std::string_view bytes) {
     engine_.tell(SCI_EMPTYUNDOBUFFER);
     engine_.tell(SCI_SETSAVEPOINT);
-    listenForEdits(true);
-    setReadOnly(wasReadOnly);
-
     editStyles_.clear();
     typing_.forget();
     requestedStart_.forget();
@@ -230,17 +234,28 @@ void RichTextBox::replaceDocument(std::string_view bytes) {
     const bool ascii = codepage::isAscii(bytes);
     const std::string encoded = ascii ? std::string() : codepage::toUtf8(bytes);
     const std::string_view utf8 = ascii ? bytes : encoded;
+    const bool wasReadOnly = isReadOnly();
+    setReadOnly(false);
+    listenForEdits(false);
+    engine_.tell(SCI_SETUNDOCOLLECTION, 0);
+    index_.textGoes();
     engine_.tell(SCI_CLEARALL);
     engine_.tell(SCI_SETSCROLLWIDTH, 1);
     engine_.tell(SCI_ALLOCATE, static_cast<std::ptrdiff_t>(utf8.size()) + 1);
     engine_.tell(SCI_APPENDTEXT, utf8);
-    styles_.textReplaced();
     // The engine keeps its own failures to itself.
-    if (engine_.length() == static_cast<BytePosition>(utf8.size()))
-        return;
-    engine_.tell(SCI_CLEARALL);
-    engine_.tell(SCI_SETSTATUS, SC_STATUS_OK);
-    throw std::bad_alloc();
+    const bool hasFailed = engine_.length() != static_cast<BytePosition>(utf8.size());
+    if (hasFailed) {
+        engine_.tell(SCI_CLEARALL);
+        engine_.tell(SCI_SETSTATUS, SC_STATUS_OK);
+    }
+    index_.textReplaced(ascii || hasFailed);
+    styles_.textReplaced();
+    engine_.tell(SCI_SETUNDOCOLLECTION, 1);
+    listenForEdits(true);
+    setReadOnly(wasReadOnly);
+    if (hasFailed)
+        throw std::bad_alloc();
 }
 
 // --- Selection --------------------------------------------------------------------------------------------------

@@ -14,12 +14,14 @@
 #include "platform/richtext/TextStyles.h"
 #include "platform/richtext/TypingColour.h"
 #include "platform/text/Colour.h"
+#include "platform/text/ColouringRule.h"
 #include "platform/text/rtf.h"
 #include "platform/text/units.h"
 
 #include <Qsci/qsciscintillabase.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -43,6 +45,10 @@ public:
     // Everything in the default colours, caret at the start, nothing to undo. Throws std::bad_alloc when memory runs
     // out, as does all that sets the whole text; the box is empty then.
     void setText(std::string_view bytes);
+    // The same with the colours that the rule gives. They cost nothing before they are seen or asked for.
+    void setText(std::string_view bytes, std::shared_ptr<const ColouringRule> rule);
+    // The whole text gets the colours that the rule gives it now. Nothing else changes: undo, selection and view stay.
+    void colourBy(std::shared_ptr<const ColouringRule> rule);
     [[nodiscard]] std::ptrdiff_t textLength() const;
     // The characters of [start, start + length).
     [[nodiscard]] std::string textAt(Position start, std::ptrdiff_t length) const;
@@ -64,9 +70,6 @@ public:
     // The text with its colours, and the way back, which counts as setText().
     [[nodiscard]] rtf::ColouredText colouredText() const;
     void setColouredText(const rtf::ColouredText& coloured);
-    // Gives the whole text the colours that `other` has, whose text must be the same. Nothing else changes: undo,
-    // selection and view stay.
-    void takeColoursOf(const RichTextBox& other);
 
     // Whether the text differs from what was set as a whole, or from what it was at the last setUnmodified(). Undo and
     // redo lead back there.
@@ -180,6 +183,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
     QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override;
@@ -193,6 +197,8 @@ private:
     // Makes `bytes` the whole document, unless it is that already.
     void load(std::string_view bytes, std::span<const rtf::ColourRun> runs, bool isTheText = false);
     void replaceDocument(std::string_view bytes);
+    // Nothing can be undone, nothing is selected, and the view is at the start.
+    void beginAnew(std::string_view bytes);
     [[nodiscard]] rtf::SourceWriter sourceWriter(std::string_view text) const;
     [[nodiscard]] Position findIn(std::string_view what, Position start, Position end);
 

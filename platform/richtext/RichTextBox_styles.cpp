@@ -37,21 +37,32 @@ void RichTextBox::setTextColor(std::span<const TextRange> ranges, Colour colour)
     styles_.recolour(index_.spansOf(ranges), colour);
 }
 
+void RichTextBox::paintEvent(QPaintEvent* event) {
+    const std::ptrdiff_t line = engine_.ask(SCI_GETFIRSTVISIBLELINE);
+    const std::ptrdiff_t below = line + engine_.ask(SCI_LINESONSCREEN) + 2; // the last one may be in view in part
+    const BytePosition end = engine_.ask(SCI_POSITIONFROMLINE, below);
+    styles_.prepare({engine_.ask(SCI_POSITIONFROMLINE, line), end < 0 ? engine_.length() : end});
+    QsciScintillaBase::paintEvent(event);
+}
+
 // --- Edits ------------------------------------------------------------------------------------------------------
 
 void RichTextBox::onModified(BytePosition position, int type, std::ptrdiff_t length) {
     using Cause = EditStyles::Cause;
     settleStyles();
     textChanged_ = true;
-    styles_.textMoves();
     const Cause cause = type & SC_PERFORMED_UNDO ? Cause::Undo : type & SC_PERFORMED_REDO ? Cause::Redo : Cause::Edit;
     if (type & SC_MOD_BEFOREDELETE) {
         const ByteSpan span{position, position + length};
         index_.deleting(span);
+        styles_.editing(span);
         editStyles_.deleting(span, cause);
+        styles_.textMoves(position, -length);
     } else {
         index_.inserting(position);
+        styles_.editing({position, position});
         editStyles_.inserting(position, length, cause, typing_.at(position));
+        styles_.textMoves(position, length);
     }
 }
 

@@ -7,13 +7,6 @@
 
 namespace blockhouse {
 
-struct ColourPair {
-    Colour text = defaultTextColour;
-    Colour background = defaultBackground;
-
-    bool operator==(const ColourPair&) const = default;
-};
-
 // Gives every pair of colours a number of its own, in the order they come; the default pair is number 0. Numbers
 // 32 to 39 are never given (the text engine keeps them for itself). There are 248: once they are used up, a new
 // pair gets the number of the nearest pair known.

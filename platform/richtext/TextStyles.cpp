@@ -16,6 +16,9 @@ using Sci = QsciScintillaBase;
 
 constexpr std::size_t chunk = 1 << 16;
 
+// Of where plain text begins.
+constexpr BytePosition unknown = std::numeric_limits<BytePosition>::max();
+
 std::ptrdiff_t characters(std::string_view utf8) {
     return std::count_if(utf8.begin(), utf8.end(), [](char byte) { return (byte & 0xC0) != 0x80; });
 }
@@ -61,6 +64,7 @@ int TextStyles::styleFor(ColourPair colours) {
 }
 
 ColourPair TextStyles::coloursAt(BytePosition byte) const {
+    uncoloured_.colour({byte, byte + 1});
     return table_.coloursOf(static_cast<int>(engine_.ask(Sci::SCI_GETSTYLEAT, byte) & 0xFF));
 }
 
@@ -150,6 +154,7 @@ void TextStyles::recolour(std::span<const ByteSpan> spans, Colour colour) {
 }
 
 void TextStyles::recolourAll(std::string_view bytes, std::span<const rtf::ColourRun> runs) {
+    uncoloured_.clear();
     if (runs.empty() && plainFrom_ == 0)
         return;
     plainFrom_ = engine_.length();
@@ -166,12 +171,31 @@ void TextStyles::recolourAll(std::string_view bytes, std::span<const rtf::Colour
     writer.flush();
 }
 
+void TextStyles::colourBy(std::shared_ptr<const ColouringRule> rule, std::string_view bytes) {
+    for (const ColourPair& colours : rule->coloursOf(bytes))
+        static_cast<void>(styleFor(colours));
+    plainFrom_ = unknown;
+    uncoloured_.begin(std::move(rule));
+}
+
+void TextStyles::textReplaced() {
+    uncoloured_.clear();
+    plainFrom_ = 0;
+}
+
+// Whatever is edited, the paragraphs that it joins or cuts keep the colours that they had.
+void TextStyles::editing(ByteSpan span) {
+    uncoloured_.colour({span.first - 1, span.last + 1});
+}
+
 // What is plain is not kept track of through edits.
-void TextStyles::textMoves() {
-    plainFrom_ = std::numeric_limits<BytePosition>::max();
+void TextStyles::textMoves(BytePosition at, std::ptrdiff_t length) {
+    plainFrom_ = unknown;
+    uncoloured_.textMoves(at, length);
 }
 
 void TextStyles::read(BytePosition start, std::span<unsigned char> styles) const {
+    uncoloured_.colour({start, start + static_cast<BytePosition>(styles.size())});
     if (start >= plainFrom_)
         std::fill(styles.begin(), styles.end(), static_cast<unsigned char>(0));
     else

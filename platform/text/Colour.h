@@ -27,4 +27,11 @@ using Colour = std::int32_t;
 inline constexpr Colour defaultTextColour = rgb(0, 0, 0);
 inline constexpr Colour defaultBackground = rgb(255, 255, 255);
 
+struct ColourPair {
+    Colour text = defaultTextColour;
+    Colour background = defaultBackground;
+
+    bool operator==(const ColourPair&) const = default;
+};
+
 } // namespace blockhouse

@@ -14,7 +14,6 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QThread>
-#include <QTimer>
 
 #include <filesystem>
 #include <functional>
@@ -252,30 +251,6 @@ TEST_F(FileOfTheEditor, F5ColoursAgainAndTouchesNothingElse) {
     EXPECT_EQ(box().text(), text) << "undo goes on";
     QTest::keyClick(&box(), Qt::Key_F5);
     EXPECT_EQ(box().colouredText(), asOpened);
-}
-
-TEST_F(FileOfTheEditor, WhileF5ColoursTheTextIsTheUsersAllTheSame) {
-    std::string text;
-    while (text.size() < 1'000'000)
-        text += tank;
-    open(text);
-    QTest::keyClicks(&box(), "x");
-    bool wasColouring = false;
-    const auto whileColouring = [&](const std::function<void()>& act) {
-        QTimer::singleShot(0, editor.get(), [&, act] {
-            wasColouring = box().isReadOnly();
-            act();
-        });
-        QTest::keyClick(&box(), Qt::Key_F5);
-        EXPECT_TRUE(std::exchange(wasColouring, false));
-    };
-    whileColouring([&] { save(); });
-    EXPECT_EQ(onDisk(), "x" + text.substr(0, text.size() - 1));
-    EXPECT_FALSE(pictureHasDot());
-    QTest::keyClicks(&box(), "y");
-    whileColouring([&] { editor->close(); });
-    ASSERT_EQ(host.closedTexts.size(), 1U);
-    EXPECT_EQ(host.closedTexts.front().text.text, "xy" + text);
 }
 
 TEST_F(FileOfTheEditor, AClipboardThatDoesNotAnswerIsTold) {

@@ -26,6 +26,7 @@ namespace blockhouse {
 namespace {
 
 const auto closedText = QStringLiteral("closedText");
+const auto closedTextGone = QStringLiteral("closedTextGone");
 const auto noWord = QStringLiteral("noWord");
 
 const std::string& pathOf(const ClosedTexts::Closed& closed) {
@@ -147,12 +148,22 @@ void Program::unsavedTextClosed(ClosedText text) {
 
 void Program::keepClosedText(ClosedTexts::Closed text) {
     if (const std::optional<ClosedTexts::Closed> gone = closedTexts_.keep(std::move(text)))
-        fr_main().notices()->tell(QStringLiteral("closedTextGone"),
-                                  tr("The text of \"%1\" is gone: of the closed texts the last %2 are kept.")
-                                      .arg(displayed(LastPathPart(pathOf(*gone))))
-                                      .arg(ClosedTexts::most),
-                                  displayed(pathOf(*gone)));
+        tellGone(displayed(pathOf(*gone)), displayed(LastPathPart(pathOf(*gone))));
     tellClosedTexts();
+}
+
+// Together with those that were told before and not read yet.
+void Program::tellGone(const QString& path, const QString& name) {
+    NoticeArea& notices = *fr_main().notices();
+    if (notices.textOf(closedTextGone).isEmpty())
+        gone_ = {};
+    gone_.names.append(QLatin1Char('"') + name + QLatin1Char('"'));
+    gone_.paths.append(path);
+    notices.tell(closedTextGone,
+                 tr("Gone: the text of %1. Of the closed texts the last %2 are kept.")
+                     .arg(gone_.names.join(QStringLiteral(", ")))
+                     .arg(ClosedTexts::most),
+                 gone_.paths.join(QLatin1Char('\n')));
 }
 
 // About the one that comes back next.

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QRect>
+#include <QStringList>
 
 #include <memory>
 #include <string>
@@ -60,6 +61,7 @@ private:
     void reopenEditor(ClosedText text);
     void keepClosedText(ClosedTexts::Closed text);
     void tellClosedTexts();
+    void tellGone(const QString& path, const QString& name);
     [[nodiscard]] QRect roomForEditor(const QRect& area) const;
     void connectMainWindow();
     void openHit(const std::string& path, TextPosition position, const std::string& text);
@@ -86,6 +88,13 @@ private:
     QPointer<Form1> form1_;
     QPointer<Form2> form2_;
     ClosedTexts closedTexts_;
+
+    struct Gone {
+        QStringList names;
+        QStringList paths;
+    };
+
+    Gone gone_; // in the notice about them
     bool directoriesAreOnDisk_ = true;
 };
 

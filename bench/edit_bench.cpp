@@ -158,5 +158,5 @@ int main(int argc, char** argv) {
     double keyAtTen = 0;
     measureTenMegabytes(program, root, root + "/10.ini", keyAtTen);
     measureHundredMegabytes(program, root + "/100.ini", keyAtTen);
-    return 0;
+    return outcome();
 }

@@ -27,8 +27,19 @@ double quantile(std::vector<double>& values, double share) {
     return values[index];
 }
 
+namespace {
+
+bool isMissed = false;
+
+} // namespace
+
 void row(const char* what, double value, double bound) {
+    isMissed = isMissed || value > bound;
     std::printf("%-66s %8.2f  at most %5.2f  %s\n", what, value, bound, value <= bound ? "met" : "NOT MET");
+}
+
+int outcome() {
+    return isMissed ? 1 : 0;
 }
 
 } // namespace blockhouse

@@ -18,5 +18,7 @@ void paint(QWidget& window);
 
 // Prints a figure beside its bound.
 void row(const char* what, double value, double bound);
+// For main() to return: not 0 if a row so far has missed its bound.
+[[nodiscard]] int outcome();
 
 } // namespace blockhouse

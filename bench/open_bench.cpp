@@ -9,7 +9,7 @@
 #include "bench/measure.h"
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
-#include "editor/textboxbas.h"
+#include "editor/OpeningColours.h"
 #include "platform/system/files.h"
 #include "shell/Fr_main.h"
 
@@ -18,17 +18,14 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <map>
-#include <optional>
-#include <sstream>
+#include <memory>
 
 namespace {
 
@@ -68,18 +65,21 @@ int measureBare(Program& program, const std::string& path) {
     return 0;
 }
 
-// What opening adds to that: the block list, the keyword pass and the comment pass.
-int measurePasses(Program& program, const std::string& path) {
+// The block list, and the colours of the whole text, which opening works out only where they are seen.
+int measureColours(Program& program, const std::string& path) {
     RichTextBox* box = boxInside(program);
     const std::string bytes = readWholeFile(path).value();
     box->setText(bytes);
     paint(*box);
+    const auto rule = std::make_shared<OpeningColours>(KeywordList(), KeywordColor, CommentDelimiter, CommentHighlight);
     const double before = megabytesOf("VmRSS");
     QElapsedTimer timer;
     timer.start();
     const std::vector<BlockEntry> blocks = blockPass(bytes, HeaderKind::Object);
-    ColorKeywords(box, *box, KeywordColor, KeywordList(), false);
-    HighlightFromChar(box, *box, CommentHighlight, CommentDelimiter, false);
+    box->colourBy(rule);
+    constexpr std::ptrdiff_t lessThanAPiece = 1 << 15;
+    for (std::ptrdiff_t at = 0; at < box->textLength(); at += lessThanAPiece)
+        static_cast<void>(box->textColorAt(at));
     report(static_cast<double>(timer.nsecsElapsed()) / 1e9, before);
     return blocks.empty() ? 1 : 0;
 }
@@ -104,7 +104,7 @@ int measure(const QString& what, const std::string& folder, const std::string& p
     paint(program.fr_main());
     if (what == QLatin1String("bare"))
         return measureBare(program, path);
-    return what == QLatin1String("passes") ? measurePasses(program, path) : measureOpen(program, path);
+    return what == QLatin1String("colours") ? measureColours(program, path) : measureOpen(program, path);
 }
 
 struct Figures {
@@ -130,82 +130,89 @@ Figures median(const QString& what, const QString& folder, const QString& file, 
     return {quantile(seconds, 0.5), quantile(rest, 0.5), quantile(peak, 0.5)};
 }
 
-// Seconds from the start of another editor until it rests: the last time its processor time was seen to grow.
-// Nothing when it is not installed.
-std::optional<double> peerSettles(const QString& program, const QStringList& arguments) {
-    if (QStandardPaths::findExecutable(program).isEmpty())
-        return std::nullopt;
-    const auto ticksOf = [](qint64 pid) {
-        std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
-        std::string line;
-        std::getline(stat, line);
-        std::istringstream fields(line.substr(std::min(line.size(), line.rfind(')') + 1)));
-        std::string skipped;
-        for (int field = 0; field < 11; ++field)
-            fields >> skipped;
-        long user = 0, system = 0;
-        fields >> user >> system;
-        return user + system;
+// In a warm process: what counts is how the time grows.
+void measureBlockList() {
+    const auto secondsFor = [](int blocks) {
+        std::string text;
+        for (int block = 0; block < blocks; ++block)
+            text += "Object Name" + std::to_string(block % (blocks / 2)) + "\r\n  Body = x\r\nEnd\r\n";
+        std::vector<double> times;
+        for (int run = 0; run < 7; ++run)
+            times.push_back(secondsOf([&] { static_cast<void>(blockPass(text, HeaderKind::Object)); }));
+        return quantile(times, 0.5);
     };
-    QProcess process;
-    QElapsedTimer timer;
-    timer.start();
-    process.start(program, arguments);
-    process.waitForStarted();
-    constexpr double restsAfter = 0.5;
-    long ticks = 0;
-    double lastGrowth = 0;
-    while (static_cast<double>(timer.elapsed()) / 1000 < lastGrowth + restsAfter) {
-        QThread::msleep(2);
-        if (const long now = ticksOf(process.processId()); now != ticks) {
-            ticks = now;
-            lastGrowth = static_cast<double>(timer.elapsed()) / 1000;
-        }
-    }
-    process.kill();
-    process.waitForFinished();
-    return lastGrowth;
+    row("block list of 100,000 blocks, over that of 10,000", secondsFor(100'000) / secondsFor(10'000), 13);
 }
 
-void comparePeer(const QString& folder, const QString& file, double openSeconds, int runs) {
-    std::vector<double> seconds;
-    for (int run = 0; run < runs; ++run) {
-        const auto settled =
-            peerSettles(QStringLiteral("geany"), {QStringLiteral("-i"), QStringLiteral("-c"), folder, file});
-        if (!settled) {
-            std::printf("geany is not installed: nothing to compare with\n");
-            return;
-        }
-        seconds.push_back(*settled);
+// A repaint without an edit, and the time to open, of a file that is one line but for its block.
+void measureLongLines(const QString& folder) {
+    constexpr std::size_t megabyte = 1'000'000;
+    std::string words;
+    while (words.size() < megabyte)
+        words += "word ";
+    const auto opened = [&](const std::string& line, double& seconds) {
+        const std::string path = folder.toStdString() + "/line.ini";
+        std::ofstream(path, std::ios::binary) << "Object A\r\n" + line + "\r\nEnd\r\n";
+        Program program(folder.toStdString());
+        program.fr_main().show();
+        paint(program.fr_main());
+        seconds = secondsOf([&] {
+            program.openEditor(path);
+            paint(*program.fr_main().findChild<fr_edit*>()->txt_edit);
+        });
+        RichTextBox& box = *program.fr_main().findChild<fr_edit*>()->txt_edit;
+        std::vector<double> repaints;
+        for (int run = 0; run < 21; ++run)
+            repaints.push_back(secondsOf([&] { box.viewport()->repaint(); }));
+        return quantile(repaints, 0.5);
+    };
+    double seconds = 0;
+    std::string ordinary;
+    while (ordinary.size() < megabyte)
+        ordinary += "word word word word word word ; word\r\n";
+    const double repaint = opened(ordinary, seconds);
+
+    const struct {
+        const char* opening;
+        const char* repainting;
+        std::string line;
+    } cases[] = {
+        {"opening a line of 1 MB, text, s", "its repaint, over ordinary text's", words},
+        {"opening a line of 1 MB, all \";\", s", "its repaint, over ordinary text's", std::string(megabyte, ';')},
+        {"opening a line of 1 MB, one comment, s", "its repaint, over ordinary text's", "; " + words},
+    };
+
+    for (const auto& [opening, repainting, line] : cases) {
+        const double again = opened(line, seconds);
+        row(opening, seconds, 3);
+        row(repainting, again / repaint, 1);
     }
-    const double peer = quantile(seconds, 0.5);
-    std::printf("geany, 10 MB, from start to rest: %.1f ms\n", peer * 1000);
-    row("Openfile of 10 MB, over geany from start to rest", openSeconds / peer, 1);
 }
 
 int printTable(int runs) {
     QTemporaryDir folder;
-    std::map<int, Figures> open, bare, passes;
-    std::printf("%-10s %12s %12s %14s %12s %12s\n", "file", "bare, ms", "passes, ms", "Openfile, ms", "at rest, MB",
+    std::map<int, Figures> open, bare, colours;
+    std::printf("%-10s %12s %12s %14s %12s %12s\n", "file", "bare, ms", "colours, ms", "Openfile, ms", "at rest, MB",
                 "peak, MB");
     for (const int megabytes : {1, 10, 100}) {
         const QString file = folder.filePath(QStringLiteral("%1.ini").arg(megabytes));
         const std::string text = generatedText({.megabytes = static_cast<std::size_t>(megabytes)});
         std::ofstream(file.toStdString(), std::ios::binary) << text;
         bare[megabytes] = median(QStringLiteral("bare"), folder.path(), file, runs);
-        passes[megabytes] = median(QStringLiteral("passes"), folder.path(), file, runs);
+        colours[megabytes] = median(QStringLiteral("colours"), folder.path(), file, runs);
         open[megabytes] = median(QStringLiteral("open"), folder.path(), file, runs);
         std::printf("%3d MB     %12.1f %12.1f %14.1f %12.1f %12.1f\n", megabytes, bare[megabytes].seconds * 1000,
-                    passes[megabytes].seconds * 1000, open[megabytes].seconds * 1000, open[megabytes].rest,
+                    colours[megabytes].seconds * 1000, open[megabytes].seconds * 1000, open[megabytes].rest,
                     open[megabytes].peak);
     }
     std::printf("\n");
-    row("10 MB: passes and block list, over bare load and paint", passes[10].seconds / bare[10].seconds, 1.5);
+    row("10 MB: colours of all of it and block list, over load and paint", colours[10].seconds / bare[10].seconds, 0.7);
     row("Openfile of 100 MB, over that of 10 MB", open[100].seconds / open[10].seconds, 11);
-    row("memory at rest, over the file, 100 MB", open[100].rest / 100, 4.5);
-    row("memory at peak, over the file, 100 MB", open[100].peak / 100, 8);
-    comparePeer(folder.path(), folder.filePath(QStringLiteral("10.ini")), open[10].seconds, runs);
-    return 0;
+    row("memory at rest, over the file, 100 MB", open[100].rest / 100, 3.3);
+    row("memory at peak, over the file, 100 MB", open[100].peak / 100, 3.6);
+    measureBlockList();
+    measureLongLines(folder.path());
+    return outcome();
 }
 
 } // namespace

@@ -82,5 +82,5 @@ int main(int argc, char** argv) {
                    send(form, QEvent::MouseButtonRelease, {10.0 + run * 5, 20.0 + run * 3}, Qt::NoButton);
                }),
         16);
-    return form.log1->blockCount() == runs + 1 ? 0 : 1;
+    return form.log1->blockCount() == runs + 1 ? outcome() : 1;
 }

@@ -6,6 +6,7 @@
 #include "platform/widgets/fonts.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCursor>
 #include <QKeyEvent>
 #include <QStyle>
@@ -227,6 +228,13 @@ void FindPanel::followCursor() {
 void FindPanel::hideEvent(QHideEvent* event) {
     Timer2->stop();
     QFrame::hideEvent(event);
+}
+
+// Whoever presses on the panel looks at the panel: what is typed next is not for the text.
+void FindPanel::mousePressEvent(QMouseEvent* event) {
+    if (!isAncestorOf(QApplication::focusWidget()))
+        Txt_find->setFocus(Qt::MouseFocusReason);
+    QFrame::mousePressEvent(event);
 }
 
 void FindPanel::keyPressEvent(QKeyEvent* event) {

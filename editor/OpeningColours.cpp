@@ -5,7 +5,9 @@
 namespace blockhouse {
 namespace {
 
-constexpr std::string_view lineEnds = "\r\n";
+bool isLineEnd(char character) {
+    return character == '\r' || character == '\n';
+}
 
 struct Span {
     std::size_t first;
@@ -18,9 +20,12 @@ void forEachTail(std::string_view paragraphs, char delimiter, bool beginText, Vi
     constexpr char unhighlightedStart = '\xAF';
     std::size_t lowest = 0; // where the paragraph of the next delimiter may begin
     for (std::size_t at = paragraphs.find(delimiter); at != paragraphs.npos; at = paragraphs.find(delimiter, lowest)) {
-        const std::size_t before = paragraphs.substr(lowest, at - lowest).find_last_of(lineEnds);
-        const std::size_t start = before == paragraphs.npos ? lowest : lowest + before + 1;
-        const std::size_t end = std::min(paragraphs.find_first_of(lineEnds, at), paragraphs.size());
+        std::size_t start = at;
+        while (start > lowest && !isLineEnd(paragraphs[start - 1]))
+            --start;
+        std::size_t end = at;
+        while (end < paragraphs.size() && !isLineEnd(paragraphs[end]))
+            ++end;
         const std::string_view head = paragraphs.substr(start, at - start);
         const bool isFirst = beginText && start == 0;
         const bool isLeftOut = !isFirst && paragraphs[start] == unhighlightedStart;

@@ -115,6 +115,10 @@ LongWork::Then fr_edit::readFile(const std::string& path, std::optional<FileErro
         unreadable = FileError{path, "File too large"};
         return LongWork::Then::End;
     }
+    if (!RichTextBox::canShow(file.value().bytes)) {
+        unreadable = FileError{path, "A line of it is too long"};
+        return LongWork::Then::End;
+    }
     Filetext = std::move(file).value().bytes;
     file_.is(file.value().stamp, *notices);
     progress(1, 5);

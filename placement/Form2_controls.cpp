@@ -33,6 +33,9 @@ public:
     using QScrollArea::QScrollArea;
 
     QSize sizeHint() const override { return widget()->minimumSize(); }
+
+    // What lies there can be scrolled into view.
+    void keepFootFree(int height) { setViewportMargins(0, 0, 0, height); }
 };
 
 // What it holds may begin at its very corner: its frame is one line, above the ink of any text.
@@ -70,6 +73,7 @@ Form2::Form2() : sideNames_(new QStringListModel(this)), structureNames_(new QSt
     labelWritten->setTextFormat(Qt::PlainText);
     labelWritten->hide();
     notices = new NoticeArea(*room);
+    connect(notices, &NoticeArea::heightChanged, room, &ScrollingRoom::keepFootFree);
     makeKeys();
     fitToFont();
     startAtSizeFor(*room);

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace blockhouse {
 namespace {
@@ -40,6 +41,8 @@ void RichTextBox::setUpView() {
         engine_.tell(SCI_SETMARGINWIDTHN, margin, 0);
     engine_.tell(SCI_SETMARGINLEFT, 0, 3);
     engine_.tell(SCI_SETENDATLASTLINE, 1);
+    // A line of a megabyte takes a second to lay out: not at every repaint.
+    engine_.tell(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
     engine_.tell(SCI_SETSCROLLWIDTH, 1);
     engine_.tell(SCI_SETSCROLLWIDTHTRACKING, 1);
     engine_.tell(SCI_USEPOPUP, SC_POPUP_NEVER);
@@ -69,15 +72,18 @@ void RichTextBox::setTopMargin(Pixels height) {
 }
 
 void RichTextBox::setBottomMargin(Pixels height) {
-    const auto linesBelowCaret = [this] {
-        const auto caretLine = engine_.ask(SCI_LINEFROMPOSITION, engine_.ask(SCI_GETCURRENTPOS));
-        return engine_.ask(SCI_GETFIRSTVISIBLELINE) + engine_.ask(SCI_LINESONSCREEN) - 1 - caretLine;
-    };
-    const bool caretWasInView = linesBelowCaret() >= 0;
     bottomMargin_ = height.value;
     keepMargins();
-    if (const auto missing = -linesBelowCaret(); caretWasInView && missing > 0)
-        engine_.tell(SCI_LINESCROLL, 0, missing);
+}
+
+// A caret that was in view stays there.
+void RichTextBox::resizeEvent(QResizeEvent* event) {
+    const auto caretLine = engine_.ask(SCI_LINEFROMPOSITION, engine_.ask(SCI_GETCURRENTPOS));
+    const auto linesBefore = std::exchange(linesInView_, engine_.ask(SCI_LINESONSCREEN));
+    QsciScintillaBase::resizeEvent(event);
+    const auto above = caretLine - engine_.ask(SCI_GETFIRSTVISIBLELINE); // lines in view above the caret
+    if (above < linesBefore && above >= linesInView_)
+        engine_.tell(SCI_LINESCROLL, 0, above - linesInView_ + 1);
 }
 
 void RichTextBox::keepMargins() {
@@ -105,6 +111,11 @@ bool RichTextBox::canHold(std::string_view bytes) {
     constexpr std::size_t most = 2'000'000'000; // the engine counts in 31 bits
     constexpr std::size_t longestCharacter = 3;
     return bytes.size() <= most / longestCharacter || codepage::utf8Length(bytes) <= most;
+}
+
+bool RichTextBox::canShow(std::string_view bytes) {
+    constexpr std::size_t longestLine = 4'000'000; // takes about as many seconds when it comes into view
+    return !hasLineLongerThan(bytes, longestLine);
 }
 
 void RichTextBox::setText(std::string_view bytes) {

@@ -42,6 +42,8 @@ public:
     [[nodiscard]] std::string text() const;
     // Whether the text engine can take such a text: as UTF-8 it must be shorter than 2 GB.
     [[nodiscard]] static bool canHold(std::string_view bytes);
+    // Whether it can show such a text without long waits: the time that a line takes grows with its length.
+    [[nodiscard]] static bool canShow(std::string_view bytes);
     // Everything in the default colours, caret at the start, nothing to undo. Throws std::bad_alloc when memory runs
     // out, as does all that sets the whole text; the box is empty then.
     void setText(std::string_view bytes);
@@ -184,6 +186,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool canInsertFromMimeData(const QMimeData* source) const override;
     QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
     QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override;
@@ -233,6 +236,7 @@ private:
     KeyDown keyDown_;
     int topMargin_ = 0; // in pixels
     int bottomMargin_ = 0;
+    std::ptrdiff_t linesInView_ = 0;    // at the last change of size
     std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
     bool textChanged_ = false;          // not announced yet
 

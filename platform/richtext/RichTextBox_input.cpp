@@ -138,7 +138,8 @@ void RichTextBox::keyPressEvent(QKeyEvent* event) {
         QKeyEvent encoded(event->type(), event->key(), event->modifiers(), QString::fromStdString(typed),
                           event->isAutoRepeat());
         QsciScintillaBase::keyPressEvent(&encoded);
-        event->setAccepted(encoded.isAccepted());
+        // The windows around may have something to close.
+        event->setAccepted(encoded.isAccepted() && event->key() != Qt::Key_Escape);
     }
     settleEdit();
 }

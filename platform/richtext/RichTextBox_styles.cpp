@@ -42,6 +42,7 @@ void RichTextBox::paintEvent(QPaintEvent* event) {
     const std::ptrdiff_t below = line + engine_.ask(SCI_LINESONSCREEN) + 2; // the last one may be in view in part
     const BytePosition end = engine_.ask(SCI_POSITIONFROMLINE, below);
     styles_.prepare({engine_.ask(SCI_POSITIONFROMLINE, line), end < 0 ? engine_.length() : end});
+    engine_.everythingIsStyled();
     QsciScintillaBase::paintEvent(event);
 }
 

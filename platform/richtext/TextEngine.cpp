@@ -75,6 +75,11 @@ void TextEngine::writeStyles(BytePosition start, std::span<const unsigned char> 
     tell(Sci::SCI_SETSTYLINGEX, {reinterpret_cast<const char*>(styles.data()), styles.size()});
 }
 
+void TextEngine::everythingIsStyled() {
+    if (const BytePosition end = length(); ask(Sci::SCI_GETENDSTYLED) != end)
+        tell(Sci::SCI_STARTSTYLING, end);
+}
+
 void TextEngine::fillStyle(ByteSpan span, int style) {
     tell(Sci::SCI_STARTSTYLING, span.first);
     tell(Sci::SCI_SETSTYLING, span.length(), style);

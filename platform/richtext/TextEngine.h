@@ -46,6 +46,8 @@ public:
     void readStyles(BytePosition start, std::span<unsigned char> styles) const;
     void writeStyles(BytePosition start, std::span<const unsigned char> styles);
     void fillStyle(ByteSpan span, int style);
+    // The engine need not ask for styles: it would do so at every repaint, and look at every character in view again.
+    void everythingIsStyled();
 
 private:
     using Function = std::intptr_t (*)(std::intptr_t, unsigned, std::uintptr_t, std::intptr_t);

@@ -36,4 +36,14 @@ std::string withLineEnds(std::string_view text, std::string_view lineEnd) {
     return result;
 }
 
+bool hasLineLongerThan(std::string_view text, std::size_t most) {
+    for (std::size_t lineStart = 0; text.size() - lineStart > most;) {
+        const std::size_t end = text.substr(lineStart, most + 1).find_last_of("\r\n");
+        if (end == text.npos)
+            return true;
+        lineStart += end + 1;
+    }
+    return false;
+}
+
 } // namespace blockhouse

@@ -190,7 +190,14 @@ TEST_F(ClosedUnsaved, OneTooManyIsToldToBeGone) {
         QTest::keyClicks(QApplication::focusWidget(), "x");
         closeFront();
     }
-    EXPECT_EQ(gone(), "The text of \"two.ini\" is gone: of the closed texts the last 20 are kept.");
+    EXPECT_EQ(gone(), "Gone: the text of \"two.ini\". Of the closed texts the last 20 are kept.");
+    open("two.ini");
+    QTest::keyClicks(QApplication::focusWidget(), "x");
+    closeFront();
+    EXPECT_NE(gone().find("\"two.ini\", \"one.ini\""), std::string::npos);
+    open("one.ini");
+    press(Qt::Key_Escape);
+    EXPECT_EQ(gone(), "") << "with the keyboard in the text";
 }
 
 TEST_F(ClosedUnsaved, ItsNoticeLiesBelowTheWindows) {

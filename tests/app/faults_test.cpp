@@ -149,6 +149,9 @@ TEST_F(Faults, AFileThatCannotBeOpenedIsToldAndLeavesNoWindow) {
         program().openEditor(file_);
         EXPECT_EQ(boxes_.messages().last(), told(file_, "could not be opened.", "Input/output error")) << call;
     }
+    temp_.file("data/one.ini", "Object A\r\n" + std::string(5'000'000, 'x') + "\r\nEnd\r\n");
+    program().openEditor(file_);
+    EXPECT_EQ(boxes_.messages().last(), told(file_, "could not be opened.", "A line of it is too long"));
     deleteWhatWasClosed();
     EXPECT_EQ(program().fr_main().mdiArea()->subWindowList().size(), 1);
     EXPECT_EQ(program().fr_main().Toolbar1->actions().size(), 1);

@@ -262,6 +262,19 @@ TEST_F(Finding, InVainReturnAndF3SelectNothingAndScrollNowhere) {
     }
 }
 
+TEST_F(Finding, APressAnywhereOnThePanelTakesTheKeyboardFromTheText) {
+    for (const QPoint place : {panel.Picture2->geometry().center(), panel.txt_replace->geometry().center(),
+                               QPoint(panel.width() / 2, panel.height() - 2)}) {
+        box().setFocus();
+        QTest::mouseClick(editor.windowHandle(), Qt::LeftButton, {}, panel.mapTo(&editor, place));
+        EXPECT_TRUE(panel.Txt_find->hasFocus()) << place.y();
+    }
+    panel.Check1->setFocus();
+    QTest::mouseClick(editor.windowHandle(), Qt::LeftButton, {},
+                      panel.mapTo(&editor, panel.Picture2->geometry().center()));
+    EXPECT_TRUE(panel.Check1->hasFocus());
+}
+
 TEST_F(Finding, F3WorksInTheTextWhileThePanelIsHidden) {
     press(Qt::Key_Escape);
     ASSERT_FALSE(panel.isVisible());

@@ -423,6 +423,10 @@ TEST_F(PlacementEditor, UnreadableLocationsStayNamedBesideTheirMessages) {
     EXPECT_EQ(boxes.messages(), QStringList(QStringLiteral("Blockhouse|13")));
     const auto told = [&] { return form_->notices->textOf(QStringLiteral("unreadable")).toStdString(); };
     EXPECT_EQ(told(), "The location cannot be read of SupplyDepot (line 2)");
+    const auto* room = form_->findChild<QScrollArea*>();
+    EXPECT_LE(room->viewport()->mapTo(form_.get(), QPoint(0, room->viewport()->height())).y(),
+              form_->notices->geometry().top())
+        << "no mark is covered";
     form_->Combo1->setCurrentIndex(1);
     EXPECT_EQ(told(), "");
     form_->Combo1->setCurrentIndex(0);

@@ -267,6 +267,26 @@ TEST(RichTextBox, UndoAndRedoBringColoursBack) {
     }
 }
 
+TEST(RichTextBox, CanShowTextsOfLinesThatAreNotTooLong) {
+    const std::string longest(4'000'000, 'x');
+
+    const struct {
+        const char* what;
+        std::string text;
+        bool expected;
+    } cases[] = {
+        {"one line", longest, true},
+        {"two of them", longest + "\r" + longest, true},
+        {"the last one longer", longest + "\n" + longest + "x", false},
+        {"the first one longer", "x" + longest + "\r\n", false},
+        {"the middle one longer", "a\r\n" + longest + "x\r\nb", false},
+        {"no text", "", true},
+    };
+
+    for (const auto& [what, text, expected] : cases)
+        EXPECT_EQ(RichTextBox::canShow(text), expected) << what;
+}
+
 TEST(RichTextBox, SettingTheWholeTextCannotBeUndone) {
     RichTextBox box;
     box.setText("one");

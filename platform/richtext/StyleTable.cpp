@@ -32,6 +32,15 @@ StyleTable::Numbered StyleTable::numberOf(ColourPair colours) {
     return {numberAt(pairs_.size() - 1), true};
 }
 
+StyleTable::Numbered StyleTable::twinOf(int number) {
+    if (const auto known = twins_.find(number); known != twins_.end())
+        return {known->second, false};
+    if (pairs_.size() == capacity)
+        return {number, false};
+    pairs_.push_back(coloursOf(number));
+    return {twins_[number] = numberAt(pairs_.size() - 1), true};
+}
+
 ColourPair StyleTable::coloursOf(int number) const {
     const int index = number > lastReserved ? number - reserved : number;
     const bool given = index >= 0 && static_cast<std::size_t>(index) < pairs_.size() &&

@@ -3,6 +3,7 @@
 
 #include "platform/text/Colour.h"
 
+#include <map>
 #include <vector>
 
 namespace blockhouse {
@@ -21,6 +22,8 @@ public:
     };
 
     [[nodiscard]] Numbered numberOf(ColourPair colours);
+    // Another number for the same colours, always the same one; the number itself once all are used up.
+    [[nodiscard]] Numbered twinOf(int number);
     // The default pair for a number that was never given.
     [[nodiscard]] ColourPair coloursOf(int number) const;
     // Every text colour and background but the default ones, in the order they came, each once.
@@ -30,6 +33,7 @@ private:
     [[nodiscard]] int nearest(ColourPair colours) const;
 
     std::vector<ColourPair> pairs_{ColourPair{}};
+    std::map<int, int> twins_;
 };
 
 } // namespace blockhouse

@@ -55,8 +55,16 @@ private:
 } // namespace
 
 int TextStyles::styleFor(ColourPair colours) {
-    const StyleTable::Numbered style = table_.numberOf(colours);
+    return madeKnown(table_.numberOf(colours));
+}
+
+int TextStyles::twinOf(int style) {
+    return madeKnown(table_.twinOf(style));
+}
+
+int TextStyles::madeKnown(StyleTable::Numbered style) {
     if (style.isNew) {
+        const ColourPair colours = table_.coloursOf(style.number);
         engine_.tell(Sci::SCI_STYLESETFORE, style.number, colours.text);
         engine_.tell(Sci::SCI_STYLESETBACK, style.number, colours.background);
     }

@@ -19,13 +19,16 @@ namespace blockhouse {
 class TextStyles {
 public:
     explicit TextStyles(TextEngine engine)
-        : engine_(engine), uncoloured_(engine, [this](ColourPair colours) { return styleFor(colours); }) {}
+        : engine_(engine), uncoloured_(engine, {[this](ColourPair colours) { return styleFor(colours); },
+                                                [this](int style) { return twinOf(style); }}) {}
 
     TextStyles(const TextStyles&) = delete;
     TextStyles& operator=(const TextStyles&) = delete;
 
     // The style for a pair of colours; one that is new is made known to the text engine.
     [[nodiscard]] int styleFor(ColourPair colours);
+    // Another style that looks the same.
+    [[nodiscard]] int twinOf(int style);
     [[nodiscard]] ColourPair coloursAt(BytePosition byte) const;
 
     // Every colour but the default ones that some text has had.
@@ -60,6 +63,7 @@ public:
     void textMoves(BytePosition at, std::ptrdiff_t length);
 
 private:
+    int madeKnown(StyleTable::Numbered style);
     void read(BytePosition start, std::span<unsigned char> styles) const;
     void write(BytePosition start, std::span<const unsigned char> styles);
 

@@ -1,5 +1,6 @@
 #include "platform/richtext/UncolouredText.h"
 
+#include "platform/richtext/line_ends.h"
 #include "platform/text/codepage.h"
 
 #include <algorithm>
@@ -60,11 +61,31 @@ void UncolouredText::writeStyles(ByteSpan paragraphs) {
         const std::string_view covered = text.substr(character, run.length);
         const std::size_t bytes = decoded.empty() ? covered.size() : codepage::utf8Length(covered);
         const auto end = at + static_cast<std::ptrdiff_t>(bytes);
-        std::fill(at, end, static_cast<unsigned char>(styleFor_({run.text, run.background})));
+        std::fill(at, end, static_cast<unsigned char>(numbers_.styleFor({run.text, run.background})));
         character += covered.size();
         at = end;
     }
+    breakLongRuns(utf8, styles);
     engine_.writeStyles(paragraphs.first, styles);
+}
+
+// At every repaint the engine walks through the whole run that it begins to draw, however little of it is in view.
+void UncolouredText::breakLongRuns(std::string_view utf8, std::span<unsigned char> styles) const {
+    constexpr std::size_t longest = 4096;
+    if (!hasLineLongerThan(utf8, longest))
+        return;
+    for (std::size_t lineStart = 0; lineStart < utf8.size();) {
+        const std::size_t end = std::min(utf8.find_first_of("\r\n", lineStart), utf8.size());
+        for (std::size_t block = lineStart + longest; block < end; block += 2 * longest) {
+            std::size_t at = block;
+            const auto isWithinCharacter = [&](std::size_t byte) { return byte < end && (utf8[byte] & 0xC0) == 0x80; };
+            while (isWithinCharacter(at))
+                ++at;
+            for (; at < end && (at < block + longest || isWithinCharacter(at)); ++at)
+                styles[at] = static_cast<unsigned char>(numbers_.twinOf(styles[at]));
+        }
+        lineStart = std::max(end, lineStart) + 1;
+    }
 }
 
 void UncolouredText::textMoves(BytePosition at, std::ptrdiff_t length) {

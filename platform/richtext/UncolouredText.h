@@ -6,15 +6,20 @@
 
 #include <functional>
 #include <memory>
+#include <span>
+#include <string_view>
 #include <vector>
 
 namespace blockhouse {
 
 class UncolouredText {
 public:
-    using StyleFor = std::function<int(ColourPair)>;
+    struct StyleNumbers {
+        std::function<int(ColourPair)> styleFor;
+        std::function<int(int)> twinOf; // looks the same
+    };
 
-    UncolouredText(TextEngine engine, StyleFor styleFor) : engine_(engine), styleFor_(std::move(styleFor)) {}
+    UncolouredText(TextEngine engine, StyleNumbers numbers) : engine_(engine), numbers_(std::move(numbers)) {}
 
     // The whole document is uncoloured.
     void begin(std::shared_ptr<const ColouringRule> rule);
@@ -31,9 +36,10 @@ public:
 private:
     [[nodiscard]] ByteSpan pieceFor(ByteSpan wanted, ByteSpan within) const;
     void writeStyles(ByteSpan paragraphs);
+    void breakLongRuns(std::string_view utf8, std::span<unsigned char> styles) const;
 
     TextEngine engine_;
-    StyleFor styleFor_;
+    StyleNumbers numbers_;
     std::shared_ptr<const ColouringRule> rule_;
     std::vector<ByteSpan> spans_; // ordered, apart, none empty; each begins and ends where a paragraph does
 };

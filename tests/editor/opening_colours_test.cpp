@@ -138,6 +138,7 @@ TEST(OpeningColours, ComeBackToATextThatWasEdited) {
 // Larger than one piece of the usual size.
 TEST(OpeningColours, OfALargeText) {
     std::string text;
+    text += std::string(9000, 'x') + " End " + std::string(9000, '\xE9') + "; " + std::string(9000, '\x80') + "\r\n";
     while (text.size() < 300'000)
         text += "Object \xC4lpha\r\n  Body = \"a;b\" ; \xAF note End\r\nEnd ; of it\r\n\xAF; left out\r\n";
     const std::shared_ptr<const ColouringRule> usual =

@@ -77,7 +77,7 @@ int measureColours(Program& program, const std::string& path) {
     timer.start();
     const std::vector<BlockEntry> blocks = blockPass(bytes, HeaderKind::Object);
     box->colourBy(rule);
-    constexpr std::ptrdiff_t lessThanAPiece = 1 << 15;
+    constexpr std::ptrdiff_t lessThanAPiece = 1 << 13;
     for (std::ptrdiff_t at = 0; at < box->textLength(); at += lessThanAPiece)
         static_cast<void>(box->textColorAt(at));
     report(static_cast<double>(timer.nsecsElapsed()) / 1e9, before);

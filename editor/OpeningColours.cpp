@@ -95,15 +95,11 @@ std::vector<rtf::ColourRun> OpeningColours::runsOf(std::string_view paragraphs, 
 }
 
 std::vector<ColourPair> OpeningColours::coloursOf(std::string_view text) const {
-    const bool hasKeyword = holdsKeyword(text);
-    const bool hasTail = text.find(delimiter_) != text.npos;
     std::vector<ColourPair> colours;
-    if (hasKeyword)
+    if (holdsKeyword(text))
         colours.push_back({keywordColour_, defaultBackground});
-    if (hasTail)
+    if (text.find(delimiter_) != text.npos)
         colours.push_back({defaultTextColour, highlight_});
-    if (hasKeyword && hasTail)
-        colours.push_back({keywordColour_, highlight_});
     return colours;
 }
 

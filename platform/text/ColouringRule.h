@@ -23,7 +23,7 @@ public:
     // So many bytes at a time are worth while.
     [[nodiscard]] virtual std::size_t leastPiece() const { return std::size_t{1} << 14; }
 
-    // Every colour but the default ones that the rule gives this text, in the order of its colour table.
+    // With every colour but the default ones that the rule gives this text, in the order of its colour table.
     [[nodiscard]] virtual std::vector<ColourPair> coloursOf(std::string_view text) const = 0;
 };
 

@@ -118,6 +118,20 @@ TEST(OpeningColours, AreThoseOfBothPassesWhateverIsAskedOrEditedFirst) {
     }
 }
 
+TEST(OpeningColours, AreThoseOfTheTextBeforeTheEdit) {
+    for (const char* text : {"\xAF; the first line may begin so\r\nEnd", "End\r\n; x", "x ; y\r\nEnd"}) {
+        for (const std::ptrdiff_t at : {0, 4, 5, 7}) {
+            TwoBoxes boxes;
+            boxes.setText(text);
+            boxes.both([at](RichTextBox& box) {
+                box.setSelStart(at);
+                box.setSelText("a\r\n");
+            });
+            boxes.expectEqual(text);
+        }
+    }
+}
+
 TEST(OpeningColours, ComeBackToATextThatWasEdited) {
     RichTextBox box;
     box.setText("Object A ; x\r\nEnd", rule);

@@ -4,6 +4,9 @@
 #include "platform/text/FoldedSearch.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <numeric>
 
 namespace blockhouse {
 
@@ -102,7 +105,7 @@ std::string loweredTogether(const std::vector<std::string_view>& names) {
     return lowered;
 }
 
-// A number that is in the order of the first eight bytes: most comparisons are then made without touching the names.
+// A number that is in the order of the first eight bytes, so that few names need be compared.
 std::uint64_t leadingBytes(std::string_view name) {
     std::uint64_t bytes = 0;
     for (std::size_t i = 0; i < sizeof bytes; ++i) {
@@ -111,30 +114,61 @@ std::uint64_t leadingBytes(std::string_view name) {
     return bytes;
 }
 
-struct SortedName {
+struct Key {
     std::uint64_t leading;
-    std::string_view lowered;
-    std::string_view name;
-
-    bool operator<(const SortedName& other) const {
-        if (leading != other.leading) {
-            return leading < other.leading;
-        }
-        const int order = lowered.compare(other.lowered);
-        // The names lie in the text, so that their addresses are in the order of the file.
-        return order != 0 ? order < 0 : name.data() < other.name.data();
-    }
+    std::uint32_t index; // of the name
 };
 
+// By the leading bytes, in linear time: by each byte, from the last to the first. Equal keys keep their order.
+void sortByLeadingBytes(std::vector<Key>& keys) {
+    std::vector<Key> sorted(keys.size());
+    for (int shift = 0; shift < 64; shift += 8) {
+        std::array<std::size_t, 257> starts{};
+        const auto byteOf = [shift](const Key& key) { return static_cast<std::size_t>(key.leading >> shift & 0xFF); };
+        for (const Key& key : keys) {
+            ++starts[byteOf(key) + 1];
+        }
+        if (std::find(starts.begin(), starts.end(), keys.size()) != starts.end()) {
+            continue; // all have the same byte
+        }
+        std::partial_sum(starts.begin(), starts.end(), starts.begin());
+        for (const Key& key : keys) {
+            sorted[starts[byteOf(key)]++] = key;
+        }
+        keys.swap(sorted);
+    }
+}
+
+struct SortedName {
+    std::string_view lowered;
+    std::string_view name;
+};
+
+// Equal names keep their order.
 std::vector<SortedName> sortedByLowered(const std::vector<std::string_view>& names, std::string_view lowered) {
-    std::vector<SortedName> sorted;
-    sorted.reserve(names.size());
+    std::vector<Key> keys;
+    std::vector<std::string_view> loweredNames;
+    keys.reserve(names.size());
+    loweredNames.reserve(names.size());
     for (const std::string_view name : names) {
-        const std::string_view key = lowered.substr(0, name.size());
-        sorted.push_back({leadingBytes(key), key, name});
+        loweredNames.push_back(lowered.substr(0, name.size()));
+        keys.push_back({leadingBytes(loweredNames.back()), static_cast<std::uint32_t>(keys.size())});
         lowered.remove_prefix(name.size());
     }
-    std::sort(sorted.begin(), sorted.end());
+    sortByLeadingBytes(keys);
+    for (auto group = keys.begin(); group != keys.end();) {
+        const auto end =
+            std::find_if(group, keys.end(), [group](const Key& key) { return key.leading != group->leading; });
+        std::stable_sort(group, end, [&](const Key& left, const Key& right) {
+            return loweredNames[left.index] < loweredNames[right.index];
+        });
+        group = end;
+    }
+    std::vector<SortedName> sorted;
+    sorted.reserve(names.size());
+    for (const Key& key : keys) {
+        sorted.push_back({loweredNames[key.index], names[key.index]});
+    }
     return sorted;
 }
 

@@ -1,4 +1,4 @@
-// The texts that were closed without being saved, the last ones of all windows.
+// The texts closed last without being saved, from all windows.
 #pragma once
 
 #include "editor/ClosedText.h"
@@ -17,7 +17,7 @@ public:
 
     static constexpr std::size_t most = 20;
 
-    // Beyond the most, the one kept longest goes and is returned.
+    // When there are more than `most`, removes and returns the oldest.
     std::optional<Closed> keep(Closed text) {
         texts_.push_back(std::move(text));
         if (texts_.size() <= most)
@@ -27,7 +27,7 @@ public:
         return gone;
     }
 
-    // The one closed last, which is kept no longer.
+    // Removes and returns the one closed last.
     [[nodiscard]] std::optional<Closed> takeLast() {
         if (texts_.empty())
             return std::nullopt;

@@ -152,7 +152,7 @@ void Program::keepClosedText(ClosedTexts::Closed text) {
     tellClosedTexts();
 }
 
-// Together with those that were told before and not read yet.
+// Names the texts of earlier notices too, until the notice is dismissed.
 void Program::tellGone(const QString& path, const QString& name) {
     NoticeArea& notices = *fr_main().notices();
     if (notices.textOf(closedTextGone).isEmpty())

@@ -18,7 +18,7 @@ public:
 
     // Sees to it that the list's file holds `entries`, which were `before` until they were edited. What another program
     // has written meanwhile stays while the list is unchanged, and is kept beside it otherwise. False when the list
-    // could not be written. Tells both.
+    // could not be written. A notice tells of either.
     bool save(const std::string& name, const EntryList& entries, const EntryList& before, NoticeArea& notices);
 
 private:

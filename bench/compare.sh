@@ -8,8 +8,7 @@
 #
 # A time is from the start of the process to rest: until it has used all the processor time but one step of 10 ms that
 # it will have used when a second passes without a further step. The last step may be a blink of the caret's. Memory is
-# the process's own peak. A program that takes longer than
-# 40 s is ended, and not started again with that file.
+# the process's own peak. A program that takes longer than 40 s is ended, and not started again with that file.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD

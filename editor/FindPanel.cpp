@@ -230,7 +230,7 @@ void FindPanel::hideEvent(QHideEvent* event) {
     QFrame::hideEvent(event);
 }
 
-// Whoever presses on the panel looks at the panel: what is typed next is not for the text.
+// What is typed after a click on the panel must not go into the text.
 void FindPanel::mousePressEvent(QMouseEvent* event) {
     if (!isAncestorOf(QApplication::focusWidget()))
         Txt_find->setFocus(Qt::MouseFocusReason);

@@ -250,7 +250,7 @@ bool Form2::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-// The log has nothing to take back of its own: the keys are the window's there too.
+// The log has no undo of its own, so the window's undo keys work there too.
 bool Form2::eventFilter(QObject* watched, QEvent* event) {
     if (watched != log1 || event->type() != QEvent::ShortcutOverride)
         return QWidget::eventFilter(watched, event);

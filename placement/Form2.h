@@ -122,7 +122,7 @@ private:
     std::vector<StructureEntry> structures_;
     DropHistory drops_;
     KnownFile file_;
-    bool isPressed_ = false;    // a mark may be on its way
+    bool isPressed_ = false;    // a button is held, perhaps dragging a mark
     CanvasPoint pressedMark_{}; // where the selected mark stood when the button was pressed
     SearchRange listedRange_{}; // by the last loadcombo2()
     MarkBoard board_;

@@ -34,7 +34,7 @@ public:
 
     QSize sizeHint() const override { return widget()->minimumSize(); }
 
-    // What lies there can be scrolled into view.
+    // In pixels. What does not fit any more can be scrolled into view.
     void keepFootFree(int height) { setViewportMargins(0, 0, 0, height); }
 };
 

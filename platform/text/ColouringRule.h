@@ -23,7 +23,7 @@ public:
     // So many bytes at a time are worth while.
     [[nodiscard]] virtual std::size_t leastPiece() const { return std::size_t{1} << 14; }
 
-    // With every colour but the default ones that the rule gives this text, in the order of its colour table.
+    // Pairs that name every colour the rule gives this text, the default ones apart, in the order of its colour table.
     [[nodiscard]] virtual std::vector<ColourPair> coloursOf(std::string_view text) const = 0;
 };
 

@@ -16,8 +16,7 @@ public:
     // change is withdrawn.
     void is(const std::optional<FileStamp>& state, NoticeArea& notices);
 
-    // Looks at the file and tells a state that was not seen before: each once, however often one looks. True when
-    // there was news.
+    // Looks at the file and tells of a change, once for each new state. True if the state is a new one.
     bool look(const std::string& path, NoticeArea& notices);
 
     [[nodiscard]] const std::optional<FileStamp>& state() const { return known_; }

@@ -13,7 +13,7 @@ void reuseFreedMemory() {
     // unmaps the one before it, so that each page of each step costs a page fault.
     constexpr int megabyte = 1 << 20;
     mallopt(M_MMAP_THRESHOLD, 4 * megabyte);
-    mallopt(M_TRIM_THRESHOLD, 8 * megabyte);
+    mallopt(M_TRIM_THRESHOLD, 2 * megabyte);
 #endif
 }
 

@@ -1,7 +1,7 @@
 // Opens generated files in the real main window and prints times and memory as ratios taken in one run.
 //
 //   open_bench              generates the files, runs itself once per measurement, prints the table
-//   open_bench --runs N     measurements per figure; the median counts (5)
+//   open_bench --runs N     measurements per figure; the median counts (9)
 //
 // One process per measurement: peak memory is a process's own, and a second opening would find a warm heap.
 #include "app/Program.h"
@@ -113,21 +113,46 @@ struct Figures {
     double peak;
 };
 
-Figures median(const QString& what, const QString& folder, const QString& file, int runs) {
-    std::vector<double> seconds, rest, peak;
-    for (int run = 0; run < runs; ++run) {
-        QProcess process;
-        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what, folder, file});
-        process.waitForFinished(-1);
-        double s = 0, r = 0, p = 0;
-        if (std::sscanf(process.readAllStandardOutput().constData(), "%lf %lf %lf", &s, &r, &p) != 3) {
-            std::cerr << "a measurement of " << what.toStdString() << " failed\n";
-            std::exit(1);
-        }
-        seconds.push_back(s), rest.push_back(r), peak.push_back(p);
+Figures measured(const QString& what, const QString& folder, const QString& file) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--measure"), what, folder, file});
+    process.waitForFinished(-1);
+    Figures figures{};
+    if (std::sscanf(process.readAllStandardOutput().constData(), "%lf %lf %lf", &figures.seconds, &figures.rest,
+                    &figures.peak) != 3) {
+        std::cerr << "a measurement of " << what.toStdString() << " failed\n";
+        std::exit(1);
     }
-    return {quantile(seconds, 0.5), quantile(rest, 0.5), quantile(peak, 0.5)};
+    return figures;
+}
+
+Figures median(const std::vector<Figures>& runs) {
+    const auto of = [&runs](double Figures::*figure) {
+        std::vector<double> values;
+        for (const Figures& run : runs)
+            values.push_back(run.*figure);
+        return quantile(values, 0.5);
+    };
+    return {of(&Figures::seconds), of(&Figures::rest), of(&Figures::peak)};
+}
+
+struct OpenedFile {
+    Figures bare, colours, open;
+    double added; // by opening, to bare, over bare: the median of the rounds' ratios
+};
+
+// Bare, colours and opening in turn, so that a spell in which the machine is slow hits them alike.
+OpenedFile measureFile(const QString& folder, const QString& file, int rounds) {
+    std::vector<Figures> bare, colours, open;
+    std::vector<double> added;
+    for (int round = 0; round < rounds; ++round) {
+        bare.push_back(measured(QStringLiteral("bare"), folder, file));
+        open.push_back(measured(QStringLiteral("open"), folder, file));
+        colours.push_back(measured(QStringLiteral("colours"), folder, file));
+        added.push_back(open.back().seconds / bare.back().seconds - 1);
+    }
+    return {median(bare), median(colours), median(open), quantile(added, 0.5)};
 }
 
 // Ten times the text with ten times the blocks, neither of them in the processor's caches: what counts is how the time
@@ -191,29 +216,26 @@ void measureLongLines(const QString& folder) {
     }
 }
 
-int printTable(int runs) {
+int printTable(int rounds) {
     QTemporaryDir folder;
-    std::map<int, Figures> open, bare, colours;
+    std::map<int, OpenedFile> files;
     std::printf("%-10s %12s %12s %14s %12s %12s\n", "file", "bare, ms", "colours, ms", "Openfile, ms", "at rest, MB",
                 "peak, MB");
     for (const int megabytes : {1, 10, 100}) {
         const QString file = folder.filePath(QStringLiteral("%1.ini").arg(megabytes));
         const std::string text = generatedText({.megabytes = static_cast<std::size_t>(megabytes)});
         std::ofstream(file.toStdString(), std::ios::binary) << text;
-        bare[megabytes] = median(QStringLiteral("bare"), folder.path(), file, runs);
-        colours[megabytes] = median(QStringLiteral("colours"), folder.path(), file, runs);
-        open[megabytes] = median(QStringLiteral("open"), folder.path(), file, runs);
-        std::printf("%3d MB     %12.1f %12.1f %14.1f %12.1f %12.1f\n", megabytes, bare[megabytes].seconds * 1000,
-                    colours[megabytes].seconds * 1000, open[megabytes].seconds * 1000, open[megabytes].rest,
-                    open[megabytes].peak);
+        const OpenedFile& opened = files[megabytes] = measureFile(folder.path(), file, rounds);
+        std::printf("%3d MB     %12.1f %12.1f %14.1f %12.1f %12.1f\n", megabytes, opened.bare.seconds * 1000,
+                    opened.colours.seconds * 1000, opened.open.seconds * 1000, opened.open.rest, opened.open.peak);
     }
     std::printf("\n");
-    row("10 MB: what opening adds to bare load and paint, over that", open[10].seconds / bare[10].seconds - 1, 0.7);
+    row("10 MB: what opening adds to bare load and paint, over that", files[10].added, 0.7);
     std::printf("colours of all of 10 MB and its block list, over bare load and paint: %.2f\n",
-                colours[10].seconds / bare[10].seconds);
-    row("Openfile of 100 MB, over that of 10 MB", open[100].seconds / open[10].seconds, 11);
-    row("memory at rest, over the file, 100 MB", open[100].rest / 100, 3.3);
-    row("memory at peak, over the file, 100 MB", open[100].peak / 100, 3.6);
+                files[10].colours.seconds / files[10].bare.seconds);
+    row("Openfile of 100 MB, over that of 10 MB", files[100].open.seconds / files[10].open.seconds, 11);
+    row("memory at rest, over the file, 100 MB", files[100].open.rest / 100, 3.3);
+    row("memory at peak, over the file, 100 MB", files[100].open.peak / 100, 3.6);
     measureBlockList();
     measureLongLines(folder.path());
     return outcome();
@@ -226,6 +248,6 @@ int main(int argc, char** argv) {
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() == 5 && arguments[1] == QLatin1String("--measure"))
         return measure(arguments[2], arguments[3].toStdString(), arguments[4].toStdString());
-    const int runs = arguments.size() == 3 && arguments[1] == QLatin1String("--runs") ? arguments[2].toInt() : 5;
+    const int runs = arguments.size() == 3 && arguments[1] == QLatin1String("--runs") ? arguments[2].toInt() : 9;
     return printTable(std::max(runs, 1));
 }

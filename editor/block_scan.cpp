@@ -73,39 +73,37 @@ bool atLineStart(std::string_view text, std::size_t position) {
     return position == 0 || std::string_view(" \t\r\n").find(text[position - 1]) != std::string_view::npos;
 }
 
-std::vector<std::string_view> headerNames(std::string_view text, HeaderKind kind) {
+// The names of the headers, one after the other. The text itself is too large for the processor's caches to look a name
+// up in it over and over.
+struct FoundNames {
+    std::string names;
+    std::vector<std::size_t> ends; // of each
+};
+
+FoundNames headerNames(std::string_view text, HeaderKind kind) {
     const PassRule rule = passRule(kind);
     const FoldedSearch keyword(headerKeyword(kind)); // of None: found nowhere
     const HeaderNames names(text);
 
-    std::vector<std::string_view> found;
+    FoundNames found;
     for (std::size_t at = keyword.find(text); at != FoldedSearch::npos; at = keyword.find(text, at + 1)) {
         if (rule.onlyAtLineStart && !atLineStart(text, at)) {
             continue;
         }
         const std::optional<std::string_view> name = names.plainNameAt(at + keyword.needleSize());
         if (name && name->size() > rule.longerThan) {
-            found.push_back(*name);
+            found.names += *name;
+            found.ends.push_back(found.names.size());
         }
     }
     return found;
 }
 
-// The lowered names one after the other: one piece of memory instead of one a name.
-std::string loweredTogether(const std::vector<std::string_view>& names) {
-    std::size_t size = 0;
-    for (const std::string_view name : names) {
-        size += name.size();
-    }
-    std::string lowered;
-    lowered.reserve(size);
-    for (const std::string_view name : names) {
-        lowered += codepage::lowered(name);
-    }
-    return lowered;
-}
+struct SortedName {
+    std::uint64_t leading; // in the order of the first eight lowered bytes, so that few names need be compared
+    std::string_view lowered;
+};
 
-// A number that is in the order of the first eight bytes, so that few names need be compared.
 std::uint64_t leadingBytes(std::string_view name) {
     std::uint64_t bytes = 0;
     for (std::size_t i = 0; i < sizeof bytes; ++i) {
@@ -114,74 +112,65 @@ std::uint64_t leadingBytes(std::string_view name) {
     return bytes;
 }
 
-struct Key {
-    std::uint64_t leading;
-    std::uint32_t index; // of the name
-};
-
-// By the leading bytes, in linear time: by each byte, from the last to the first. Equal keys keep their order.
-void sortByLeadingBytes(std::vector<Key>& keys) {
-    std::vector<Key> sorted(keys.size());
+// In linear time: by each byte, from the last to the first. Equal ones keep their order.
+void sortByLeadingBytes(std::vector<SortedName>& names) {
+    std::vector<SortedName> sorted(names.size());
     for (int shift = 0; shift < 64; shift += 8) {
         std::array<std::size_t, 257> starts{};
-        const auto byteOf = [shift](const Key& key) { return static_cast<std::size_t>(key.leading >> shift & 0xFF); };
-        for (const Key& key : keys) {
-            ++starts[byteOf(key) + 1];
+        const auto byteOf = [shift](const SortedName& entry) {
+            return static_cast<std::size_t>(entry.leading >> shift & 0xFF);
+        };
+        for (const SortedName& entry : names) {
+            ++starts[byteOf(entry) + 1];
         }
-        if (std::find(starts.begin(), starts.end(), keys.size()) != starts.end()) {
+        if (std::find(starts.begin(), starts.end(), names.size()) != starts.end()) {
             continue; // all have the same byte
         }
         std::partial_sum(starts.begin(), starts.end(), starts.begin());
-        for (const Key& key : keys) {
-            sorted[starts[byteOf(key)]++] = key;
+        for (const SortedName& entry : names) {
+            sorted[starts[byteOf(entry)]++] = entry;
         }
-        keys.swap(sorted);
+        names.swap(sorted);
     }
 }
 
-struct SortedName {
-    std::string_view lowered;
-    std::string_view name;
-};
-
-// Equal names keep their order.
-std::vector<SortedName> sortedByLowered(const std::vector<std::string_view>& names, std::string_view lowered) {
-    std::vector<Key> keys;
-    std::vector<std::string_view> loweredNames;
-    keys.reserve(names.size());
-    loweredNames.reserve(names.size());
-    for (const std::string_view name : names) {
-        loweredNames.push_back(lowered.substr(0, name.size()));
-        keys.push_back({leadingBytes(loweredNames.back()), static_cast<std::uint32_t>(keys.size())});
-        lowered.remove_prefix(name.size());
-    }
-    sortByLeadingBytes(keys);
-    for (auto group = keys.begin(); group != keys.end();) {
-        const auto end =
-            std::find_if(group, keys.end(), [group](const Key& key) { return key.leading != group->leading; });
-        std::stable_sort(group, end, [&](const Key& left, const Key& right) {
-            return loweredNames[left.index] < loweredNames[right.index];
-        });
+// By the lowered names; equal ones keep their order.
+void sortByName(std::vector<SortedName>& names) {
+    sortByLeadingBytes(names);
+    for (auto group = names.begin(); group != names.end();) {
+        const auto end = std::find_if(group, names.end(),
+                                      [group](const SortedName& entry) { return entry.leading != group->leading; });
+        if (end - group > 1) {
+            std::stable_sort(group, end, [](const SortedName& left, const SortedName& right) {
+                return left.lowered < right.lowered;
+            });
+        }
         group = end;
     }
-    std::vector<SortedName> sorted;
-    sorted.reserve(names.size());
-    for (const Key& key : keys) {
-        sorted.push_back({loweredNames[key.index], names[key.index]});
-    }
-    return sorted;
 }
 
 } // namespace
 
 std::vector<BlockEntry> blockPass(std::string_view fileText, HeaderKind kind) {
+    const FoundNames found = headerNames(fileText, kind);
+    const std::string lowered = codepage::lowered(found.names);
+    std::vector<SortedName> sorted;
+    sorted.reserve(found.ends.size());
+    std::size_t start = 0;
+    for (const std::size_t end : found.ends) {
+        const std::string_view name = std::string_view(lowered).substr(start, end - start);
+        sorted.push_back({leadingBytes(name), name});
+        start = end;
+    }
+    sortByName(sorted);
+
     std::vector<BlockEntry> blocks;
-    const std::vector<std::string_view> names = headerNames(fileText, kind);
-    const std::string lowered = loweredTogether(names);
-    blocks.reserve(names.size());
+    blocks.reserve(sorted.size());
     std::optional<std::string_view> previous;
-    for (const SortedName& entry : sortedByLowered(names, lowered)) {
-        blocks.push_back({std::string(entry.name), entry.lowered == previous ? HeaderKind::None : kind});
+    for (const SortedName& entry : sorted) {
+        const auto at = static_cast<std::size_t>(entry.lowered.data() - lowered.data());
+        blocks.push_back(
+            {found.names.substr(at, entry.lowered.size()), entry.lowered == previous ? HeaderKind::None : kind});
         previous = entry.lowered;
     }
     return blocks;

@@ -1,6 +1,7 @@
 #include "app/Program.h"
 #include "editor/fr_edit.h"
 #include "editor/keyword_table.h"
+#include "platform/widgets/yield.h"
 #include "shell/Fr_main.h"
 #include "tests/support/MessageBoxReader.h"
 #include "tests/support/TempFolder.h"
@@ -161,6 +162,7 @@ TEST_F(ProgramOnAWorkspace, ClosingTheMainWindowEndsTheProgramAndAsksNobody) {
 }
 
 TEST_F(ProgramOnAWorkspace, ClosingTheMainWindowEndsTheProgramInTheMiddleOfLoading) {
+    const EagerYield eager;
     bool wasLoading = false;
     bool loaded = false;
     runToTheEnd([&] {
@@ -179,6 +181,7 @@ TEST_F(ProgramOnAWorkspace, ClosingTheMainWindowEndsTheProgramInTheMiddleOfLoadi
 }
 
 TEST_F(ProgramOnAWorkspace, AnEditorClosedWhileItLoadsIsGone) {
+    const EagerYield eager;
     QTimer::singleShot(0, [this] { newestEditor()->parentWidget()->close(); });
     doubleClick(Large);
     deleteWhatWasClosed();

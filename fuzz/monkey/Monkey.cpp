@@ -45,9 +45,16 @@ void Monkey::actSoon() {
     QTimer::singleShot(static_cast<int>(below(4)), this, &Monkey::act);
 }
 
+// Windows that close at the end of the run may still tell something.
+void Monkey::endDialogs() {
+    actSoon();
+    if (QWidget* dialog = QApplication::activeModalWidget())
+        QTest::keyClick(dialog, Qt::Key_Escape);
+}
+
 void Monkey::act() {
     if (stopped_)
-        return;
+        return endDialogs();
     // Before the action: it may run an event loop, which is to go on.
     actSoon();
     QWidget* dialog = QApplication::activeModalWidget();

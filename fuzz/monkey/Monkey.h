@@ -17,7 +17,7 @@ class Watchdog;
 
 class Monkey : public QObject {
 public:
-    // All must outlive the monkey. Acts as soon as events are served, until stop().
+    // All must outlive the monkey. Acts as soon as events are served; after stop() it only ends dialogs.
     Monkey(std::mt19937& random, Chaos& chaos, Watchdog& watchdog);
 
     void stop() { stopped_ = true; }
@@ -29,6 +29,7 @@ private:
 
     void actSoon();
     void act();
+    void endDialogs();
     void letGo();
     std::string actOnDialog(QWidget& dialog);
     std::string actOnFileDialog(QFileDialog& dialog);

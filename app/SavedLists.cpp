@@ -15,10 +15,10 @@ QString tr(const char* text) {
     return QCoreApplication::translate("SavedLists", text);
 }
 
-ListSave saveTakes(const std::string& path, const EntryList& entries, const EntryList& before) {
-    const Result<std::string> file = readWholeFile(path, largestListFile);
+ListSave saveTakes(std::string_view name, const std::string& path, const EntryList& entries, const EntryList& before) {
+    Result<std::string> file = readWholeFile(path, largestListFile);
     if (file)
-        return listSave(entries, before, file.value());
+        return listSave(entries, before, listTextFrom(name, std::move(file).value()));
     if (!stampOf(path))
         return ListSave::Write;
     return entries == before ? ListSave::Nothing : ListSave::KeepTheOther; // it cannot be read
@@ -26,23 +26,24 @@ ListSave saveTakes(const std::string& path, const EntryList& entries, const Entr
 
 } // namespace
 
-bool SavedLists::save(const std::string& name, const EntryList& entries, const EntryList& before, NoticeArea& notices) {
+bool SavedLists::save(std::string_view name, const EntryList& entries, const EntryList& before, NoticeArea& notices) {
     const std::string path = files_.writePath(name);
     const auto failed = failed_.find(name);
-    const ListSave how = saveTakes(path, entries, failed == failed_.end() ? before : failed->second);
+    const ListSave how = saveTakes(name, path, entries, failed == failed_.end() ? before : failed->second);
     if (how == ListSave::Nothing)
         return true;
     constexpr FileStamp nobodys; // of no state of any file
     const auto known = how == ListSave::KeepTheOther ? std::optional(nobodys) : std::nullopt;
-    const Result<Replaced> written = replaceKnownFile(path, writtenList(entries), known);
-    const QString topic = QString::fromStdString(name);
+    const Result<Replaced> written = replaceKnownFile(path, listBytesOf(name, writtenList(entries)), known);
+    const QString topic = QString::fromStdString(std::string(name));
     if (!written) {
-        failed_.try_emplace(name, before);
+        failed_.try_emplace(std::string(name), before);
         notices.tell(topic, tr("\"%1\" could not be written (%2): the list holds until the program ends.")
                                 .arg(displayed(path), QString::fromStdString(written.error().cause)));
         return false;
     }
-    failed_.erase(name);
+    if (failed != failed_.end())
+        failed_.erase(failed);
     notices.withdraw(topic);
     if (const std::string& backup = written.value().backup; !backup.empty())
         notices.tell(topic,

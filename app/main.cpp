@@ -1,9 +1,9 @@
 #include "app/Program.h"
+#include "platform/system/folders.h"
 #include "platform/widgets/qt_text.h"
 #include "shell/artwork.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 int main(int argc, char** argv) {
@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
 
     const QString programFolder = QApplication::applicationDirPath();
     blockhouse::Program program(blockhouse::applicationFolderOf(
-        blockhouse::pathOf(programFolder), QFileInfo(programFolder).isWritable(),
+        blockhouse::pathOf(programFolder), blockhouse::takesNewFiles(blockhouse::pathOf(programFolder)),
         blockhouse::pathOf(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))));
     program.start();
     return QApplication::exec();

@@ -43,6 +43,9 @@ function(blockhouse_rules folder)
 endfunction()
 
 function(blockhouse_windows folder)
+  if(BLOCKHOUSE_RULES_ONLY)
+    return()
+  endif()
   cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LINK")
   set(target ${folder}_windows)
   add_library(${target} STATIC ${ARG_SOURCES})
@@ -52,6 +55,9 @@ endfunction()
 # Files that the folder's windows find under ":/" and their path from the top. The toolkit's own command for it takes
 # care that the linker drops none of them; CMAKE_AUTORCC_OPTIONS are for its resource compiler.
 function(blockhouse_resources folder)
+  if(BLOCKHOUSE_RULES_ONLY)
+    return()
+  endif()
   qt_add_resources(${folder}_windows ${folder} PREFIX / BASE ${CMAKE_SOURCE_DIR} FILES ${ARGN}
                    OPTIONS ${CMAKE_AUTORCC_OPTIONS})
 endfunction()

@@ -1,6 +1,7 @@
 #include "shell/DirectoryTreeModel.h"
 
 #include "platform/system/files.h"
+#include "platform/system/folders.h"
 #include "platform/widgets/qt_text.h"
 
 namespace blockhouse {
@@ -16,7 +17,7 @@ std::size_t at(int row) {
 } // namespace
 
 Result<Done> DirectoryTreeModel::addDirectory(const std::string& entry) {
-    const std::string path = directoryPath(entry);
+    const std::string path = absoluteFolder(entry);
     if (path.empty())
         return Done{};
     const Result<std::vector<std::string>> names = fileNamesIn(path);

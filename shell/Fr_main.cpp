@@ -28,15 +28,15 @@ const auto noDirectories = QStringLiteral("noDirectories");
 const auto notListed = QStringLiteral("notListed");
 
 // Reads a list file field by field. A file that cannot be read adds nothing.
-LongWork::Step readingOf(const std::string& path, EntryList& list) {
+LongWork::Step readingOf(std::string_view name, const std::string& path, EntryList& list) {
     using Then = LongWork::Then;
     const auto reader = std::make_shared<std::optional<ListFileReader>>();
-    return [path, &list, reader] {
+    return [name, path, &list, reader] {
         if (!*reader) {
             Result<std::string> bytes = readWholeFile(path, largestListFile);
             if (!bytes)
                 return Then::NextStep;
-            reader->emplace(std::move(bytes).value());
+            reader->emplace(listTextFrom(name, std::move(bytes).value()));
         }
         std::optional<std::string> field = (*reader)->next();
         if (!field)
@@ -116,7 +116,8 @@ bool Fr_main::load() {
     if (readingDirs_.run(FileExists(dirsPath) ? stepsOfReadingDirs(dirsPath) : firstRun) != LongWork::Outcome::Finished)
         return false;
     const std::string jumpsPath = files_.readPath(jumpListFile);
-    return !FileExists(jumpsPath) || readingJumps_.run({readingOf(jumpsPath, jumps)}) == LongWork::Outcome::Finished;
+    return !FileExists(jumpsPath) ||
+           readingJumps_.run({readingOf(jumpListFile, jumpsPath, jumps)}) == LongWork::Outcome::Finished;
 }
 
 void Fr_main::setVisible(bool visible) {
@@ -144,7 +145,7 @@ LongWork::Steps Fr_main::stepsOfReadingDirs(const std::string& path) {
                 ClearDirs(Dirs_);
                 return LongWork::Then::NextStep;
             },
-            readingOf(path, Dirs_),
+            readingOf(directoryListFile, path, Dirs_),
             [this] {
                 showDirs();
                 return LongWork::Then::End;

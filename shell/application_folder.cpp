@@ -1,11 +1,9 @@
 #include "shell/application_folder.h"
 
 #include "platform/system/files.h"
+#include "platform/system/folders.h"
 #include "platform/system/installation.h"
 #include "platform/text/paths.h"
-
-#include <filesystem>
-#include <system_error>
 
 namespace blockhouse {
 
@@ -18,8 +16,7 @@ std::string ApplicationFolder::readPath(std::string_view name) const {
 }
 
 std::string ApplicationFolder::writePath(std::string_view name) const {
-    std::error_code ignored;
-    std::filesystem::create_directories(folder_, ignored);
+    makeFolder(folder_);
     return joinPath(folder_, name);
 }
 

@@ -2,9 +2,6 @@
 
 #include "platform/text/paths.h"
 
-#include <filesystem>
-#include <system_error>
-
 namespace blockhouse {
 namespace {
 
@@ -43,18 +40,6 @@ void DirectoryTree::showDirectory(Addition& addition) {
 void DirectoryTree::showFiles(Addition& addition) {
     std::vector<File>& files = directories_[addition.directory].files;
     files.insert(files.end(), addition.files.begin(), addition.files.end());
-}
-
-std::string directoryPath(const std::string& entry) {
-    if (entry.empty())
-        return {};
-    std::error_code error;
-    std::filesystem::path path = std::filesystem::absolute(entry, error);
-    if (error)
-        return {};
-    while (path.has_relative_path() && path.filename().empty())
-        path = path.parent_path();
-    return path.string();
 }
 
 } // namespace blockhouse

@@ -60,8 +60,4 @@ private:
     std::unordered_set<std::string> files_;
 };
 
-// A listed directory's path as its nodes use it: absolute, no separator at its end unless it is a root. Empty stays
-// empty: that names no directory.
-[[nodiscard]] std::string directoryPath(const std::string& entry);
-
 } // namespace blockhouse

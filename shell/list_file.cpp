@@ -1,5 +1,7 @@
 #include "shell/list_file.h"
 
+#include "platform/system/path_list.h"
+
 #include <algorithm>
 
 namespace blockhouse {
@@ -51,17 +53,25 @@ std::string writtenList(const EntryList& entries) {
     return text;
 }
 
-ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& file) {
+ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& fileText) {
     EntryList onDisk;
-    ListFileReader reader(file);
+    ListFileReader reader(fileText);
     while (std::optional<std::string> field = reader.next())
         onDisk.add(*std::move(field));
     if (onDisk == entries)
         return ListSave::Nothing;
     // What was written need not read back as it was: a comma cuts an entry in two.
-    if (onDisk == before || file == writtenList(before))
+    if (onDisk == before || fileText == writtenList(before))
         return ListSave::Write;
     return entries == before ? ListSave::Nothing : ListSave::KeepTheOther;
+}
+
+std::string listTextFrom(std::string_view name, std::string fileBytes) {
+    return name == directoryListFile ? pathListFrom(std::move(fileBytes)) : fileBytes;
+}
+
+std::string listBytesOf(std::string_view name, std::string text) {
+    return name == directoryListFile ? fileBytesOf(std::move(text)) : text;
 }
 
 } // namespace blockhouse

@@ -51,10 +51,15 @@ enum class ListSave {
     KeepTheOther, // the file holds what another program wrote
 };
 
-// `before` is the list as it was before it was edited.
-[[nodiscard]] ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& file);
+// `before` is the list as it was before it was edited, `fileText` what the file holds.
+[[nodiscard]] ListSave listSave(const EntryList& entries, const EntryList& before, const std::string& fileText);
 
-inline constexpr const char* directoryListFile = "Dirs.lst";
-inline constexpr const char* jumpListFile = "jumps.lst";
+inline constexpr std::string_view directoryListFile = "Dirs.lst";
+inline constexpr std::string_view jumpListFile = "jumps.lst";
+
+// The text of the list file `name` from the bytes on the disk, and back. The directories are paths and are stored in
+// the system's encoding; the settings to jump to are bytes of documents.
+[[nodiscard]] std::string listTextFrom(std::string_view name, std::string fileBytes);
+[[nodiscard]] std::string listBytesOf(std::string_view name, std::string text);
 
 } // namespace blockhouse

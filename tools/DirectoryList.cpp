@@ -1,6 +1,7 @@
 #include "tools/DirectoryList.h"
 
 #include "platform/system/files.h"
+#include "platform/text/paths.h"
 #include "platform/widgets/clipboard.h"
 #include "platform/widgets/qt_text.h"
 

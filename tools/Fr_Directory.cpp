@@ -14,7 +14,6 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QStorageInfo>
 
 #include <utility>
 
@@ -22,14 +21,6 @@ namespace blockhouse {
 namespace {
 
 constexpr QSize designSize = designPlace(0, 0, 4920, 3885).size();
-
-std::vector<std::string> mountedDrives(const std::string& home) {
-    std::vector<Volume> volumes;
-    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
-        if (volume.isValid() && volume.isReady())
-            volumes.push_back({pathOf(volume.rootPath()), volume.fileSystemType().toStdString()});
-    return drivesOf(volumes, home);
-}
 
 } // namespace
 
@@ -98,7 +89,7 @@ void Fr_Directory::makeButtons() {
 
 void Fr_Directory::fillDrives() {
     const std::string home = pathOf(QDir::homePath());
-    for (const std::string& drive : mountedDrives(home))
+    for (const std::string& drive : drivesOf(mountedVolumes(), home))
         Drive1->addItem(displayed(drive), QByteArray::fromStdString(drive));
     connect(Drive1, &QComboBox::currentIndexChanged, this, &Fr_Directory::changeDrive);
     // The way back to where the drive begins.

@@ -3,33 +3,6 @@
 #include "platform/text/paths.h"
 
 namespace blockhouse {
-namespace {
-
-// How much of a path is its drive: "/" or "C:\".
-std::size_t driveLength(std::string_view path) {
-    if (!path.empty() && isPathSeparator(path.front()))
-        return 1;
-    const bool hasLetter = path.size() >= 3 && path[1] == ':' && isPathSeparator(path[2]);
-    return hasLetter ? 3 : 0;
-}
-
-} // namespace
-
-std::string withoutTrailingSeparators(std::string_view path) {
-    const std::size_t drive = driveLength(path);
-    while (path.size() > drive && isPathSeparator(path.back()))
-        path.remove_suffix(1);
-    return std::string(path);
-}
-
-std::string folderAbove(std::string_view path) {
-    const std::string inside = withoutTrailingSeparators(path);
-    const std::size_t drive = driveLength(inside);
-    const std::size_t separator = lastPathSeparator(inside);
-    if (inside.size() <= drive || separator == std::string::npos)
-        return inside;
-    return withoutTrailingSeparators(inside.substr(0, std::max(separator, drive)));
-}
 
 bool isInside(std::string_view path, std::string_view folder) {
     const std::string inner = withoutTrailingSeparators(path);

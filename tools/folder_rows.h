@@ -21,13 +21,7 @@ struct FolderRow {
 // row is the current folder's.
 [[nodiscard]] std::vector<FolderRow> folderRows(std::string_view current, const std::vector<std::string>& folders);
 
-// The folder that holds `path`; the path itself for a drive.
-[[nodiscard]] std::string folderAbove(std::string_view path);
-
 // True for the folder itself and for everything below it. Trailing separators do not count.
 [[nodiscard]] bool isInside(std::string_view path, std::string_view folder);
-
-// Without separators at its end, unless it is a drive.
-[[nodiscard]] std::string withoutTrailingSeparators(std::string_view path);
 
 } // namespace blockhouse

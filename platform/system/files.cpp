@@ -52,6 +52,26 @@ bool matchesPattern(std::string_view name, std::string_view pattern) {
            matchesWildcards(name, pattern.substr(0, pattern.size() - anyExtension.size()));
 }
 
+bool isSameFile(const std::string& path, const std::string& other) {
+    const std::optional<FileStamp> one = stampOf(path);
+    const std::optional<FileStamp> two = stampOf(other);
+    return path == other || (one && two && one->volume == two->volume && one->file == two->file);
+}
+
+Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
+    Result<StampedBytes> read = readStampedFile(path, limit);
+    if (!read)
+        return read.error();
+    return std::move(read).value().bytes;
+}
+
+Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes) {
+    const Result<Replaced> replaced = replaceKnownFile(path, bytes, std::nullopt);
+    if (!replaced)
+        return replaced.error();
+    return Done{};
+}
+
 Result<std::vector<std::string>> fileNamesIn(const std::string& directory, std::string_view pattern) {
     Result<std::vector<std::string>> listed = fileEntriesOf(directory);
     if (!listed)

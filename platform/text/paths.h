@@ -1,4 +1,5 @@
-// Paths as the platform's bytes. Both "\" and "/" separate parts everywhere.
+// Paths as the platform's bytes: UTF-8 on Windows, elsewhere what the system stores. Both "\" and "/" separate parts
+// everywhere.
 #pragma once
 
 #include <string>
@@ -23,5 +24,14 @@ namespace blockhouse {
 // Joined with the platform's own separator; a directory that already ends in a separator gets no second one
 // and an empty directory none at all.
 [[nodiscard]] std::string joinPath(std::string_view directory, std::string_view name);
+
+// How many bytes of an absolute path are its drive: "/", "C:\" or "\\machine\share". 0 for other paths.
+[[nodiscard]] std::size_t driveLength(std::string_view path);
+
+// Without separators at its end, unless it is a drive.
+[[nodiscard]] std::string withoutTrailingSeparators(std::string_view path);
+
+// The folder that holds `path`; the path itself for a drive.
+[[nodiscard]] std::string folderAbove(std::string_view path);
 
 } // namespace blockhouse

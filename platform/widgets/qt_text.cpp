@@ -1,6 +1,6 @@
 #include "platform/widgets/qt_text.h"
 
-#include <QFile>
+#include <QDir>
 
 namespace blockhouse {
 
@@ -13,11 +13,11 @@ codepage::Encoded documentBytes(const QString& text) {
 }
 
 QString displayed(const std::string& path) {
-    return QFile::decodeName(QByteArray::fromStdString(path));
+    return QString::fromStdString(path);
 }
 
 std::string pathOf(const QString& text) {
-    return QFile::encodeName(text).toStdString();
+    return QDir::toNativeSeparators(text).toStdString();
 }
 
 } // namespace blockhouse

@@ -18,7 +18,8 @@ TEST(BuildList, ScansAsTheSlowWayDoesOnSoundAndBrokenFiles) {
         ASSERT_EQ(shown(sides), slow.sides()) << "round " << round << "\n" << text;
         for (std::size_t side = 0; side < sides.size(); ++side) {
             const SearchRange range = searchRangeOf(sides, side, text);
-            const long next = side + 1 < sides.size() ? sides[side + 1].position.value : static_cast<long>(text.size());
+            const std::ptrdiff_t next =
+                side + 1 < sides.size() ? sides[side + 1].position.value : static_cast<std::ptrdiff_t>(text.size());
             const BuildListScan scan = structuresOf(text, range.startSearch, range.endSearch);
             ASSERT_EQ(shown(scan), slow.structures(sides[side].position.value, next)) << "round " << round << "\n"
                                                                                       << text;

@@ -17,14 +17,14 @@ public:
         : text_(std::move(text)), lowered_(codepage::lowered(text_)),
           lineEnd_(text_.find('\r') == std::string::npos ? "\n" : "\r") {}
 
-    [[nodiscard]] long find(const std::string& what, long from) const {
-        if (from > static_cast<long>(text_.size()))
+    [[nodiscard]] std::ptrdiff_t find(const std::string& what, std::ptrdiff_t from) const {
+        if (from > static_cast<std::ptrdiff_t>(text_.size()))
             return 0;
-        return static_cast<long>(lowered_.find(what, static_cast<std::size_t>(from - 1)) + 1);
+        return static_cast<std::ptrdiff_t>(lowered_.find(what, static_cast<std::size_t>(from - 1)) + 1);
     }
 
     // Nothing for a stretch of negative length.
-    [[nodiscard]] std::optional<std::string> between(long from, long to) const {
+    [[nodiscard]] std::optional<std::string> between(std::ptrdiff_t from, std::ptrdiff_t to) const {
         if (to < from)
             return std::nullopt;
         return text_.substr(std::min(static_cast<std::size_t>(from - 1), text_.size()),
@@ -33,9 +33,10 @@ public:
 
     // "position name" of each keyword that counts, a line each, handed to `use`.
     template <typename Use>
-    void eachNamed(const std::string& keyword, std::size_t shortest, long from, long to, Use use) const {
-        for (long p = from; (p = find(keyword, p)) != 0 && p <= to; ++p) {
-            const long start = p + static_cast<long>(keyword.size());
+    void eachNamed(const std::string& keyword, std::size_t shortest, std::ptrdiff_t from, std::ptrdiff_t to,
+                   Use use) const {
+        for (std::ptrdiff_t p = from; (p = find(keyword, p)) != 0 && p <= to; ++p) {
+            const std::ptrdiff_t start = p + static_cast<std::ptrdiff_t>(keyword.size());
             const auto name = between(start, find(lineEnd_, p));
             const bool isWord =
                 p == 1 || std::string(" \t\r\n").find(text_[static_cast<std::size_t>(p - 2)]) != std::string::npos;
@@ -47,17 +48,17 @@ public:
 
     [[nodiscard]] std::string sides() const {
         std::string result;
-        eachNamed("skirmishbuildlist ", 3, 1, static_cast<long>(text_.size()),
-                  [&](long p, const std::string& name) { result += std::to_string(p) + " " + name + "\n"; });
+        eachNamed("skirmishbuildlist ", 3, 1, static_cast<std::ptrdiff_t>(text_.size()),
+                  [&](std::ptrdiff_t p, const std::string& name) { result += std::to_string(p) + " " + name + "\n"; });
         return result;
     }
 
-    [[nodiscard]] std::string structures(long from, long to) const {
+    [[nodiscard]] std::string structures(std::ptrdiff_t from, std::ptrdiff_t to) const {
         std::string found, failures;
-        eachNamed("structure ", 6, from, to, [&](long p, const std::string& name) {
-            const long e = find("end", p);
-            const long lx = find("location = x:", p);
-            const long ly = find("y:", p);
+        eachNamed("structure ", 6, from, to, [&](std::ptrdiff_t p, const std::string& name) {
+            const std::ptrdiff_t e = find("end", p);
+            const std::ptrdiff_t lx = find("location = x:", p);
+            const std::ptrdiff_t ly = find("y:", p);
             if (lx > e || ly > e) {
                 failures += "Could not find location for " + name + ":Skipping\n";
                 return;

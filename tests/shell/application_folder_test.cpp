@@ -30,7 +30,11 @@ TEST(ApplicationFolder, AnInstalledProgramReadsItsOwnListsUntilTheUserHasOnes) {
 
 TEST(ApplicationFolder, AnInstalledProgramKeepsNoListsInAFolderOfPrograms) {
     const TempFolder temp;
+#ifdef _WIN32
+    temp.file("prefix/bin/uninstall.exe");
+#else
     temp.file("prefix/share/applications/blockhouse.desktop");
+#endif
     const ApplicationFolder files = applicationFolderOf(temp.folder("prefix/bin"), true, temp.path("user"));
     EXPECT_EQ(files.writePath("Dirs.lst"), temp.path("user/Dirs.lst")) << "though its user could write there";
 }

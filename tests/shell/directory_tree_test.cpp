@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace blockhouse {
 namespace {
 
@@ -40,16 +38,6 @@ TEST(DirectoryTree, SharesNodesAndRefusesWhatIsThere) {
     EXPECT_EQ(shown(tree), "ini: a.ini=" + key("/game/ini", "a.ini") + " b.ini=" + key("/game/ini", "b.ini") +
                                " a.ini=" + key("/mod/ini", "a.ini") + " c.ini=" + key("/game/ini", "c.ini") +
                                "\nmaps:\n/: x\\y=" + key("/", "x\\y") + "\n");
-}
-
-TEST(DirectoryTree, KeysAreAbsoluteWithoutASeparatorAtTheEnd) {
-    const std::string here = std::filesystem::current_path().string();
-    const std::pair<std::string, std::string> cases[] = {
-        {"", ""},   {"/a/b", "/a/b"},           {"/a/b//", "/a/b"},
-        {"/", "/"}, {"/a b/\xE9", "/a b/\xE9"}, {"data/", joinPath(here, "data")},
-    };
-    for (const auto& [entry, path] : cases)
-        EXPECT_EQ(directoryPath(entry), path) << entry;
 }
 
 } // namespace

@@ -27,19 +27,32 @@ public:
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
-    [[nodiscard]] std::string path() const { return root_.string(); }
+    [[nodiscard]] const std::filesystem::path& root() const { return root_; }
 
-    [[nodiscard]] std::string path(std::string_view inside) const { return (root_ / inside).string(); }
+    [[nodiscard]] std::string path() const { return bytesOf(root_); }
+
+    [[nodiscard]] std::string path(std::string_view inside) const { return bytesOf(root_ / native(inside)); }
+
+    // Between the program's paths, which are UTF-8 where the system's are wide, and the library's.
+    [[nodiscard]] static std::filesystem::path native(std::string_view path) {
+        return std::filesystem::path(std::u8string(path.begin(), path.end())).make_preferred();
+    }
+
+    [[nodiscard]] static std::string bytesOf(const std::filesystem::path& path) {
+        const std::u8string bytes = path.u8string();
+        return {bytes.begin(), bytes.end()};
+    }
 
     // Makes the folders on the way; returns the path.
     std::string folder(std::string_view inside) const {
-        std::filesystem::create_directories(root_ / inside);
+        std::filesystem::create_directories(root_ / native(inside));
         return path(inside);
     }
 
     std::string file(std::string_view inside, std::string_view bytes = {}) const {
-        std::filesystem::create_directories((root_ / inside).parent_path());
-        std::ofstream(root_ / inside, std::ios::binary) << bytes;
+        const std::filesystem::path file = root_ / native(inside);
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
         return path(inside);
     }
 

@@ -1,3 +1,4 @@
+#include "platform/text/paths.h"
 #include "tools/folder_rows.h"
 
 #include <gtest/gtest.h>
@@ -15,15 +16,26 @@ std::string shown(const std::vector<FolderRow>& rows) {
 
 TEST(FolderRows, LeadFromTheDriveToTheCurrentFolderAndItsFolders) {
     EXPECT_EQ(shown(folderRows("/", {"home", "usr"})), "+/=/ >-home=/home >-usr=/usr ");
-    EXPECT_EQ(shown(folderRows("/home//ann/", {"b c"})), "+/=/ >+home=/home >>+ann=/home//ann >>>-b c=/home//ann/b c ");
+    EXPECT_EQ(shown(folderRows("/home//ann/", {"b c"})),
+              "+/=/ >+home=/home >>+ann=/home//ann >>>-b c=" + joinPath("/home//ann", "b c") + " ");
     EXPECT_EQ(shown(folderRows("C:\\Games\\Data", {})), "+C:\\=C:\\ >+Games=C:\\Games >>+Data=C:\\Games\\Data ");
+    EXPECT_EQ(shown(folderRows("\\\\nas\\mods\\Data", {})), "+\\\\nas\\mods=\\\\nas\\mods >+Data=\\\\nas\\mods\\Data ");
     EXPECT_EQ(shown(folderRows("", {})), "");
 }
 
 TEST(FolderRows, TheFolderAboveEndsAtTheDrive) {
     const std::pair<const char*, const char*> cases[] = {
-        {"/home/ann", "/home"}, {"/home/ann//", "/home"}, {"/home", "/"},   {"/", "/"}, {"//", "/"},
-        {"C:\\Games", "C:\\"},  {"C:\\", "C:\\"},         {"name", "name"},
+        {"/home/ann", "/home"},
+        {"/home/ann//", "/home"},
+        {"/home", "/"},
+        {"/", "/"},
+        {"//", "/"},
+        {"C:\\Games", "C:\\"},
+        {"C:\\", "C:\\"},
+        {"name", "name"},
+        {"\\\\nas\\mods\\x", "\\\\nas\\mods"},
+        {"\\\\nas\\mods\\", "\\\\nas\\mods"},
+        {"\\\\nas", "\\\\nas"},
     };
     for (const auto& [path, above] : cases)
         EXPECT_EQ(folderAbove(path), above) << path;

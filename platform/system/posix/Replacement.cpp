@@ -1,5 +1,6 @@
 #include "platform/system/posix/Replacement.h"
 
+#include "platform/system/names_beside.h"
 #include "platform/system/posix/backup.h"
 
 #include <cstdio>
@@ -7,11 +8,9 @@
 namespace blockhouse {
 namespace {
 
-// No other program makes such names; see stale_files.h.
-std::string nextTemporaryName(const std::string& target) {
+std::string nextTemporaryPath(const std::string& target) {
     static unsigned counter = 0;
-    return directoryOf(target) + "/.blockhouse-" + std::to_string(::getpid()) + "-" + std::to_string(++counter) +
-           ".tmp";
+    return directoryOf(target) + "/" + temporaryName(static_cast<std::uint64_t>(::getpid()), ++counter);
 }
 
 constexpr int mostTries = 1000; // names left behind by a killed process of the same number
@@ -74,7 +73,7 @@ int Replacement::openUnnamed(mode_t mode) {
 
 int Replacement::openNamed(mode_t mode) {
     for (int tries = 0; tries < mostTries; ++tries) {
-        std::string path = nextTemporaryName(target_);
+        std::string path = nextTemporaryPath(target_);
         const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
         const int file = retried([&] { return ::open(path.c_str(), flags, mode); });
         if (file != -1)
@@ -96,7 +95,7 @@ int Replacement::giveName() {
         return 0;
     const std::string file = "/proc/self/fd/" + std::to_string(file_.number());
     for (int tries = 0; tries < mostTries; ++tries) {
-        std::string path = nextTemporaryName(target_);
+        std::string path = nextTemporaryPath(target_);
         if (::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0) {
             path_ = std::move(path);
             isUnnamed_ = false;

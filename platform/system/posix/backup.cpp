@@ -1,41 +1,26 @@
 #include "platform/system/posix/backup.h"
 
+#include "platform/system/names_beside.h"
 #include "platform/system/posix/attributes.h"
 #include "platform/system/posix/Replacement.h"
 
 #include <array>
 #include <cstdio>
-#include <ctime>
 #include <functional>
 
 namespace blockhouse {
 namespace {
 
-// The path without the last name's extension; a name that only begins with a dot has none.
-std::string stemOf(const std::string& path) {
-    const std::size_t name = path.rfind('/') + 1; // 0 without a separator
-    const std::size_t dot = path.rfind('.');
-    return dot == std::string::npos || dot <= name ? path : path.substr(0, dot);
-}
-
-std::string timeNow() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    std::array<char, sizeof "2026-11-23 18.38.05"> text{};
-    std::strftime(text.data(), text.size(), "%Y-%m-%d %H.%M.%S", &local);
-    return text.data();
-}
-
 // Tries names until `take` finds one free.
 int takeFreeName(const std::string& target, std::string& backup, const std::function<int(const std::string&)>& take) {
     constexpr int most = 1000;
-    const std::string stem = stemOf(target) + " " + timeNow();
+    const std::string name = target.substr(target.rfind('/') + 1); // all of it without a separator
+    const std::string before = target.substr(0, target.size() - name.size());
     for (int number = 1; number <= most; ++number) {
-        std::string name = stem + (number == 1 ? "" : " (" + std::to_string(number) + ")") + ".bak";
-        const int error = take(name);
+        std::string path = before + backupName(name, number);
+        const int error = take(path);
         if (error == 0)
-            backup = std::move(name);
+            backup = std::move(path);
         if (error != EEXIST)
             return error;
     }

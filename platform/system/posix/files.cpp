@@ -135,24 +135,11 @@ std::optional<FileStamp> stampOf(const std::string& path) {
     return stampFrom(status);
 }
 
-bool isSameFile(const std::string& path, const std::string& other) {
-    const std::optional<FileStamp> one = stampOf(path);
-    const std::optional<FileStamp> two = stampOf(other);
-    return path == other || (one && two && one->volume == two->volume && one->file == two->file);
-}
-
 Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit) {
     const Result<NormalFile> file = openNormalFile(path);
     if (!file)
         return file.error();
     return readNormalFile(file.value(), path, limit);
-}
-
-Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {
-    Result<StampedBytes> read = readStampedFile(path, limit);
-    if (!read)
-        return read.error();
-    return std::move(read).value().bytes;
 }
 
 Result<Replaced> replaceKnownFile(const std::string& path, std::string_view bytes,
@@ -181,13 +168,6 @@ Result<Replaced> replaceKnownFile(const std::string& path, std::string_view byte
     if (const int error = replaceTarget(writing, Replacement::Name::AtTheEnd); error != 0)
         return errorOf(path, error);
     return writing.outcome;
-}
-
-Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes) {
-    const Result<Replaced> replaced = replaceKnownFile(path, bytes, std::nullopt);
-    if (!replaced)
-        return replaced.error();
-    return Done{};
 }
 
 namespace {

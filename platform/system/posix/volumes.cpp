@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <memory>
+#include <mntent.h>
 #include <string_view>
 
 namespace blockhouse {
@@ -9,8 +12,8 @@ namespace {
 
 bool holdsData(const Volume& volume) {
     constexpr std::array<std::string_view, 4> systemFolders{"/proc", "/sys", "/dev", "/run"};
-    constexpr std::array<std::string_view, 8> systemKinds{"proc",   "sysfs",   "devtmpfs", "devpts",
-                                                          "cgroup", "cgroup2", "squashfs", "autofs"};
+    constexpr std::array<std::string_view, 10> systemKinds{"proc",       "sysfs",  "devtmpfs", "devpts",   "nsfs",
+                                                           "rpc_pipefs", "cgroup", "cgroup2",  "squashfs", "autofs"};
     // Media that a user plugs in are mounted below /run by some desktops.
     if (volume.root.starts_with("/run/media/"))
         return true;
@@ -22,6 +25,20 @@ bool holdsData(const Volume& volume) {
 }
 
 } // namespace
+
+std::vector<Volume> mountedVolumes() {
+    struct Closer {
+        void operator()(std::FILE* table) const { ::endmntent(table); }
+    };
+
+    std::vector<Volume> volumes;
+    const std::unique_ptr<std::FILE, Closer> table(::setmntent("/proc/self/mounts", "r"));
+    if (!table)
+        return {{"/", ""}};
+    while (const mntent* entry = ::getmntent(table.get()))
+        volumes.push_back({entry->mnt_dir, entry->mnt_type});
+    return volumes;
+}
 
 std::vector<std::string> drivesOf(const std::vector<Volume>& volumes, const std::string& home) {
     std::vector<std::string> drives;

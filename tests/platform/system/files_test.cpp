@@ -1,297 +1,93 @@
 #include "platform/system/FileReader.h"
 #include "platform/system/files.h"
+#include "platform/text/paths.h"
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <csignal>
-#include <fcntl.h>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace blockhouse {
 namespace {
 
 namespace fs = std::filesystem;
 
-class Files : public testing::Test {
+class AnyFile : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "blockhouse-files-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-    }
-
-    void TearDown() override { fs::remove_all(folder_); }
-
-    [[nodiscard]] std::string path(const std::string& name) const { return (folder_ / name).string(); }
-
-    void make(const std::string& name, std::string_view bytes) const {
-        std::ofstream(folder_ / name, std::ios::binary) << bytes;
-    }
-
-    [[nodiscard]] std::string content(const std::string& name) const {
-        std::ostringstream bytes;
-        bytes << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
-        return bytes.str();
-    }
-
-    // Everything in the folder, hidden files included: nothing temporary may stay behind.
+    // Everything in the folder: nothing temporary may stay behind.
     [[nodiscard]] std::size_t entries() const {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder.root()), {}));
     }
 
-    fs::path folder_;
+    TempFolder folder;
 };
 
 const std::string oddBytes = std::string("a\0b", 3) + "\r\n\n\r\xFF\x1A no final newline";
 
-TEST_F(Files, ReadsEveryByte) {
-    make("odd.ini", oddBytes);
-    make("empty.ini", "");
-    make("big.ini", std::string(3'000'000, 'x'));
-    EXPECT_EQ(readWholeFile(path("odd.ini")).value(), oddBytes);
-    EXPECT_EQ(readWholeFile(path("empty.ini")).value(), "");
-    EXPECT_EQ(readWholeFile(path("big.ini")).value(), std::string(3'000'000, 'x'));
+// "Dä Ж" and "Panzer ü Ж.ini".
+const std::string oddFolder = "D\xC3\xA4 \xD0\x96";
+const std::string oddFile = "Panzer \xC3\xBC \xD0\x96.ini";
+
+TEST_F(AnyFile, IsReadToTheLastByte) {
+    folder.file("odd.ini", oddBytes);
+    folder.file("empty.ini", "");
+    folder.file("big.ini", std::string(3'000'000, 'x'));
+    EXPECT_EQ(readWholeFile(folder.path("odd.ini")).value(), oddBytes);
+    EXPECT_EQ(readWholeFile(folder.path("empty.ini")).value(), "");
+    EXPECT_EQ(readWholeFile(folder.path("big.ini")).value(), std::string(3'000'000, 'x'));
 }
 
-TEST_F(Files, ReadsFilesThatDoNotKnowTheirSize) {
-    ASSERT_EQ(fs::file_size("/proc/self/status"), 0U);
-    EXPECT_NE(readWholeFile("/proc/self/status").value().find("Pid:"), std::string::npos);
-}
-
-TEST_F(Files, RefusesToReadWhatIsNoNormalFile) {
-    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
-
-    struct Case {
-        std::string path;
-        std::string cause;
-    };
-
-    const Case cases[] = {
-        {path("missing.ini"), "No such file or directory"},
-        {folder_.string(), "Is a directory"},
-        {path("pipe"), "Not a normal file"},
-        {"/dev/zero", "Not a normal file"},
-        {path("missing.ini") + std::string("\0.ini", 5), "No such file or directory"},
-    };
-    for (const Case& c : cases) {
-        const Result<std::string> read = readWholeFile(c.path);
-        ASSERT_FALSE(read.ok()) << c.path;
-        EXPECT_EQ(read.error().path, c.path);
-        EXPECT_EQ(read.error().cause, c.cause);
+TEST_F(AnyFile, IsReplacedWholeUnderAnyName) {
+    const std::string path = folder.file(oddFolder + "/" + oddFile, "old content, longer than the new one");
+    for (const std::string& bytes : {oddBytes, std::string(), std::string(3'000'000, 'x')}) {
+        const Result<Done> written = replaceWholeFile(path, bytes);
+        ASSERT_TRUE(written.ok()) << written.error().cause;
+        EXPECT_EQ(readWholeFile(path).value(), bytes);
     }
+    const std::string made = folder.path(oddFolder + "/new " + oddFile);
+    EXPECT_TRUE(replaceWholeFile(made, "new").ok());
+    EXPECT_EQ(readWholeFile(made).value(), "new");
+    EXPECT_EQ(fileNamesIn(folder.path(oddFolder)).value(), (std::vector<std::string>{"new " + oddFile, oddFile}));
+    EXPECT_TRUE(FileExists(path));
+    EXPECT_FALSE(FileExists(folder.path(oddFolder)));
+    EXPECT_EQ(folderNamesIn(folder.path()).value(), std::vector<std::string>{oddFolder});
 }
 
-TEST_F(Files, WritesNewFilesAsTheMaskAllows) {
-    const mode_t before = ::umask(027);
-    EXPECT_TRUE(replaceWholeFile(path("new.ini"), oddBytes).ok());
-    ::umask(before);
-    EXPECT_EQ(content("new.ini"), oddBytes);
-    EXPECT_EQ(fs::status(path("new.ini")).permissions(), fs::perms(0640));
-    EXPECT_EQ(entries(), 1U);
+TEST_F(AnyFile, IsRefusedWithACauseWhereItIsNone) {
+    folder.folder("folder");
+    folder.file("file");
+    for (const char* name : {"gone/units.ini", "file/units.ini", "folder"}) {
+        const Result<Done> written = replaceWholeFile(folder.path(name), "new");
+        ASSERT_FALSE(written.ok()) << name;
+        EXPECT_EQ(written.error().path, folder.path(name));
+        EXPECT_NE(written.error().cause, "");
+        EXPECT_FALSE(readWholeFile(folder.path(name)).ok()) << name;
+    }
+    EXPECT_EQ(replaceWholeFile(folder.path("folder"), "new").error().cause, "Is a directory");
+    EXPECT_EQ(readWholeFile(folder.path("folder")).error().cause, "Is a directory");
+    EXPECT_FALSE(fileNamesIn(folder.path("gone")).ok());
+    EXPECT_FALSE(folderNamesIn(folder.path("file")).ok());
+    EXPECT_FALSE(readWholeFile(folder.path("file") + std::string("\0.ini", 5)).ok()) << "not cut at the NUL";
+    EXPECT_FALSE(replaceWholeFile(folder.path("file") + std::string("\0.ini", 5), "x").ok());
+    EXPECT_EQ(readWholeFile(folder.file("three", "old"), 2).error().cause, "File too large");
+    EXPECT_EQ(entries(), 3U);
 }
 
-TEST_F(Files, ReplacesTheWholeFileAtOnce) {
-    make("units.ini", "old content, longer than the new one");
-    fs::permissions(path("units.ini"), fs::perms(0751));
-    std::ifstream openedBefore(path("units.ini"));
-
-    EXPECT_TRUE(replaceWholeFile(path("units.ini"), "new").ok());
-
-    EXPECT_EQ(content("units.ini"), "new");
-    EXPECT_EQ(fs::status(path("units.ini")).permissions(), fs::perms(0751));
-    EXPECT_EQ(entries(), 1U);
-    std::string old;
-    std::getline(openedBefore, old);
-    EXPECT_EQ(old, "old content, longer than the new one");
-}
-
-TEST_F(Files, ReplacesWhatALinkPointsTo) {
-    fs::create_directory(folder_ / "sub");
-    make("sub/real.ini", "old");
-    fs::create_symlink("sub/real.ini", folder_ / "inner.ini");
-    fs::create_symlink(folder_ / "inner.ini", folder_ / "outer.ini");
-    fs::create_symlink("sub/later.ini", folder_ / "dangling.ini");
-
-    EXPECT_TRUE(replaceWholeFile(path("outer.ini"), "new").ok());
-    EXPECT_TRUE(replaceWholeFile(path("dangling.ini"), "made").ok());
-
-    EXPECT_EQ(content("sub/real.ini"), "new");
-    EXPECT_EQ(content("sub/later.ini"), "made");
-    for (const char* link : {"inner.ini", "outer.ini", "dangling.ini"})
-        EXPECT_TRUE(fs::is_symlink(folder_ / link)) << link;
-    EXPECT_EQ(entries(), 4U);
-}
-
-TEST_F(Files, WritesToTheWorkingDirectoryToo) {
+TEST_F(AnyFile, IsWrittenToTheWorkingDirectoryToo) {
     const fs::path before = fs::current_path();
-    fs::current_path(folder_);
+    fs::current_path(folder.root());
     const bool written = replaceWholeFile("bare.ini", "x").ok() && replaceWholeFile("bare.ini", "yy").ok();
     fs::current_path(before);
     EXPECT_TRUE(written);
-    EXPECT_EQ(content("bare.ini"), "yy");
+    EXPECT_EQ(readWholeFile(folder.path("bare.ini")).value(), "yy");
 }
 
-TEST_F(Files, TellsWhyItCannotWrite) {
-    fs::create_directory(folder_ / "folder");
-    fs::create_symlink("loop", folder_ / "loop");
-    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
-    make("file", "x");
-
-    struct Case {
-        std::string name;
-        std::string cause;
-    };
-
-    const Case cases[] = {
-        {"gone/units.ini", "No such file or directory"},
-        {"file/units.ini", "Not a directory"},
-        {"folder", "Is a directory"},
-        {"pipe", "Not a normal file"},
-        {"loop", "Too many levels of symbolic links"},
-    };
-    for (const Case& c : cases) {
-        const Result<Done> written = replaceWholeFile(path(c.name), "new");
-        ASSERT_FALSE(written.ok()) << c.name;
-        EXPECT_EQ(written.error().path, path(c.name));
-        EXPECT_EQ(written.error().cause, c.cause);
-    }
-    EXPECT_EQ(entries(), 4U);
-}
-
-// Stands in for a full disk, which would need a file system of its own: no file may grow beyond 64 KB.
-class SmallFilesOnly {
-public:
-    SmallFilesOnly() : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        EXPECT_EQ(::getrlimit(RLIMIT_FSIZE, &before_), 0);
-        const rlimit small{65536, before_.rlim_max};
-        EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    }
-
-    ~SmallFilesOnly() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
-};
-
-// A folder that takes no new files. Root may write anywhere, so it acts as somebody else meanwhile.
-class ClosedFolder {
-public:
-    explicit ClosedFolder(fs::path folder) : folder_(std::move(folder)) {
-        fs::permissions(folder_, fs::perms(0555));
-        EXPECT_TRUE(user_ != 0 || ::seteuid(65534) == 0);
-    }
-
-    ~ClosedFolder() {
-        EXPECT_EQ(::seteuid(user_), 0);
-        fs::permissions(folder_, fs::perms(0755));
-    }
-
-private:
-    fs::path folder_;
-    uid_t user_ = ::geteuid();
-};
-
-TEST_F(Files, KeepTheOldContentWhenWritingFailsHalfWay) {
-    make("units.ini", "old");
-    const Result<Done> written = [&] {
-        const SmallFilesOnly limit;
-        return replaceWholeFile(path("units.ini"), std::string(200'000, 'x'));
-    }();
-    ASSERT_FALSE(written.ok());
-    EXPECT_EQ(written.error().cause, "File too large");
-    EXPECT_EQ(content("units.ini"), "old");
-    EXPECT_EQ(entries(), 1U);
-}
-
-TEST_F(Files, AreWrittenInPlaceWhereTheFolderTakesNoNewOnes) {
-    make("units.ini", "old content");
-    make("protected.ini", "old");
-    fs::permissions(path("units.ini"), fs::perms(0666));
-    fs::permissions(path("protected.ini"), fs::perms(0444));
-    {
-        const ClosedFolder closed(folder_);
-        for (const std::string bytes : {"new", "new and longer than before"}) {
-            EXPECT_TRUE(replaceWholeFile(path("units.ini"), bytes).ok());
-            EXPECT_EQ(content("units.ini"), bytes);
-        }
-        EXPECT_EQ(replaceWholeFile(path("new.ini"), "x").error().cause, "Permission denied");
-        EXPECT_EQ(replaceWholeFile(path("protected.ini"), "x").error().cause, "Permission denied");
-        const SmallFilesOnly limit;
-        EXPECT_EQ(replaceWholeFile(path("units.ini"), std::string(200'000, 'x')).error().cause, "File too large");
-    }
-    EXPECT_EQ(content("units.ini"), "new and longer than before");
-    EXPECT_EQ(content("protected.ini"), "old");
-    EXPECT_EQ(entries(), 2U);
-}
-
-TEST_F(Files, StayWriteProtectedInAFolderThatTakesNewOnes) {
-    make("protected.ini", "old");
-    fs::permissions(path("protected.ini"), fs::perms(0444));
-    fs::permissions(folder_, fs::perms(0777));
-    const uid_t user = ::geteuid();
-    ASSERT_TRUE(user != 0 || ::seteuid(65534) == 0);
-    const Result<Done> written = replaceWholeFile(path("protected.ini"), "x");
-    ASSERT_EQ(::seteuid(user), 0);
-    ASSERT_FALSE(written.ok());
-    EXPECT_EQ(written.error().cause, "Permission denied");
-    EXPECT_EQ(content("protected.ini"), "old");
-}
-
-TEST_F(Files, ExistOnlyWhenNormalAndVisible) {
-    make("there.ini", "");
-    make(".hidden.ini", "");
-    fs::create_directory(folder_ / "folder");
-    fs::create_symlink("there.ini", folder_ / "link.ini");
-    fs::create_symlink("gone.ini", folder_ / "dangling.ini");
-    EXPECT_TRUE(FileExists(path("there.ini")));
-    EXPECT_TRUE(FileExists(path("link.ini")));
-    for (const char* name : {"gone.ini", ".hidden.ini", "folder", "dangling.ini", "there.ini/x"})
-        EXPECT_FALSE(FileExists(path(name))) << name;
-    EXPECT_FALSE(FileExists(""));
-    EXPECT_FALSE(FileExists(path("there.ini") + '\0'));
-}
-
-TEST_F(Files, ListsNormalFilesInOrder) {
-    for (const char* name : {"b.ini", "A.ini", "a.INI", "_.ini", "C.txt", ".hidden.ini", "\xC9.ini", "\xE8.ini"})
-        make(name, "");
-    fs::create_directory(folder_ / "folder.ini");
-    fs::create_symlink("b.ini", folder_ / "link.ini");
-    fs::create_symlink("folder.ini", folder_ / "linked_folder.ini");
-    fs::create_symlink("gone", folder_ / "dangling.ini");
-
-    using Names = std::vector<std::string>;
-    EXPECT_EQ(fileNamesIn(folder_.string()).value(),
-              (Names{"_.ini", "A.ini", "a.INI", "b.ini", "C.txt", "link.ini", "\xE8.ini", "\xC9.ini"}));
-    EXPECT_EQ(fileNamesIn(folder_.string(), "?.txt").value(), Names{"C.txt"});
-    EXPECT_EQ(fileNamesIn(path("gone")).error().cause, "No such file or directory");
-    EXPECT_EQ(fileNamesIn(path("b.ini")).error().cause, "Not a directory");
-}
-
-TEST_F(Files, ListsFoldersInOrder) {
-    for (const char* name : {"b", "A", ".hidden", "\xFF"})
-        fs::create_directory(folder_ / name);
-    make("file.ini", "");
-    fs::create_directory_symlink("b", folder_ / "linked");
-    fs::create_symlink("file.ini", folder_ / "linked_file");
-    EXPECT_EQ(folderNamesIn(folder_.string()).value(),
-              (std::vector<std::string>{"A", "b", "linked", "\xFF", ".hidden"}));
-    EXPECT_EQ(folderNamesIn(path("gone")).error().path, path("gone"));
-    EXPECT_EQ(folderNamesIn(path("file.ini")).error().cause, "Not a directory");
-}
-
-TEST_F(Files, AreReadInPieces) {
-    make("file.ini", "abcdefgh");
-    Result<FileReader> reader = FileReader::open(path("file.ini"));
+TEST_F(AnyFile, IsReadInPieces) {
+    folder.file("file.ini", "abcdefgh");
+    Result<FileReader> reader = FileReader::open(folder.path("file.ini"));
     ASSERT_TRUE(reader.ok());
     FileReader file = std::move(reader).value();
     std::string read;
@@ -301,8 +97,68 @@ TEST_F(Files, AreReadInPieces) {
         read.append(room.data(), expected);
     }
     EXPECT_EQ(read, "abcdefgh");
-    EXPECT_EQ(FileReader::open(folder_.string()).error().cause, "Is a directory");
-    EXPECT_EQ(FileReader::open(path("gone")).error().cause, "No such file or directory");
+    EXPECT_EQ(FileReader::open(folder.path()).error().cause, "Is a directory");
+    EXPECT_FALSE(FileReader::open(folder.path("gone")).ok());
+}
+
+// Others write in place, as most programs do.
+void writeAsOthers(const std::string& path, std::string_view bytes) {
+    std::ofstream(TempFolder::native(path), std::ios::binary) << bytes;
+}
+
+TEST_F(AnyFile, WhatOthersWroteIsKeptBeside) {
+    const std::string path = folder.file("units.ini", "old");
+    const FileStamp known = readStampedFile(path).value().stamp;
+    const auto saved = [&](const char* bytes, const std::optional<FileStamp>& stamp) {
+        const Result<Replaced> replaced = replaceKnownFile(path, bytes, stamp);
+        EXPECT_TRUE(replaced.ok());
+        EXPECT_EQ(readWholeFile(path).value(), bytes);
+        EXPECT_EQ(replaced.value().stamp, stampOf(path)) << "what was written is known";
+        return replaced.value();
+    };
+    const FileStamp mine = saved("mine", known).stamp;
+    EXPECT_EQ(entries(), 1U) << "nobody else wrote";
+    writeAsOthers(path, "theirs");
+    const std::string kept = saved("mine again", mine).backup;
+    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
+    const std::string name = LastPathPart(kept);
+    ASSERT_EQ(name.size(), std::strlen("units 2026-11-23 18.38.05.bak"));
+    EXPECT_EQ(name.substr(0, 8), "units 20");
+
+    writeAsOthers(path, "theirs, too");
+    const std::string second = saved("mine for ever", mine).backup;
+    EXPECT_NE(second, kept) << "kept names are not taken again";
+    EXPECT_EQ(readWholeFile(second).value(), "theirs, too");
+    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
+
+    const FileStamp again = saved("as long", stampOf(path).value()).stamp;
+    const auto time = fs::last_write_time(TempFolder::native(path));
+    writeAsOthers(path, "theirs!");
+    fs::last_write_time(TempFolder::native(path), time);
+    EXPECT_EQ(readWholeFile(saved("mine", again).backup).value(), "theirs!") << "as long, and with the old time";
+
+    fs::remove(TempFolder::native(path));
+    EXPECT_EQ(saved("back", mine).backup, "") << "gone, there is nothing to keep";
+    writeAsOthers(path, "chosen to be written over");
+    EXPECT_EQ(saved("over", std::nullopt).backup, "");
+}
+
+TEST_F(AnyFile, KeepsItsFurtherNames) {
+    const std::string path = folder.file("units.ini", "old");
+    const std::string second = folder.path("second.ini");
+    fs::create_hard_link(TempFolder::native(path), TempFolder::native(second));
+    EXPECT_TRUE(replaceWholeFile(path, "new").ok());
+    EXPECT_EQ(readWholeFile(second).value(), "new");
+    EXPECT_TRUE(replaceWholeFile(second, "newer").ok());
+    EXPECT_EQ(readWholeFile(path).value(), "newer");
+}
+
+TEST_F(AnyFile, KeepsANameWithoutAnExtensionWhole) {
+    for (const char* name : {".units", "units", ".units.d/units"}) {
+        const std::string file = folder.file(name, "theirs");
+        const Result<Replaced> replaced = replaceKnownFile(file, "mine", FileStamp{});
+        EXPECT_EQ(replaced.value().backup.find(file + " 20"), 0U) << replaced.value().backup;
+    }
 }
 
 TEST(Pattern, MatchesByWildcards) {

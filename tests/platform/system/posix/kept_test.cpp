@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -20,7 +19,6 @@
 #include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-#include <vector>
 
 namespace blockhouse {
 namespace {
@@ -75,22 +73,6 @@ protected:
         EXPECT_EQ(readWholeFile(path).value(), bytes);
     }
 
-    [[nodiscard]] std::vector<std::string> entries() const {
-        std::vector<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder.path()))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    // The one that is kept beside.
-    [[nodiscard]] std::string backup() const {
-        for (const std::string& name : entries())
-            if (name.ends_with(".bak"))
-                return folder.path() + "/" + name;
-        return {};
-    }
-
     TempFolder folder;
     std::string path = folder.file("units.ini", "old");
 };
@@ -109,7 +91,7 @@ TEST_F(Kept, AccessListAndAttributes) {
         EXPECT_EQ(SystemFault::failures(), 1);
     }
     EXPECT_EQ(valueOf(path, accessList), oneMoreUser()) << "written in place";
-    EXPECT_EQ(entries().size(), 1U);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1);
 }
 
 TEST_F(Kept, NobodyGetsTheFolderslListForNewFiles) {
@@ -154,14 +136,6 @@ TEST_F(Kept, AnOwnerThatCannotBeGivenBack) {
     EXPECT_EQ(statusOf(path).st_uid, before.st_uid);
 }
 
-TEST_F(Kept, HardLinks) {
-    const std::string second = folder.path() + "/second.ini";
-    fs::create_hard_link(path, second);
-    replace("new");
-    EXPECT_EQ(readWholeFile(second).value(), "new");
-    EXPECT_EQ(statusOf(path).st_nlink, 2U);
-}
-
 TEST_F(Kept, WrittenInPlaceWhereRoomCannotBeSetAside) {
     fs::create_hard_link(path, folder.path() + "/second.ini");
     const std::string longer(200'000, 'x');
@@ -184,43 +158,6 @@ TEST_F(Kept, WrittenInPlaceWhereRoomCannotBeSetAside) {
     ::setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(readWholeFile(path).value(), "short") << "a full disk is found before the old bytes are touched";
-}
-
-TEST_F(Kept, WhatOthersWroteIsKeptBeside) {
-    const FileStamp known = readStampedFile(path).value().stamp;
-    const auto saved = [&](const char* bytes, const std::optional<FileStamp>& stamp) {
-        const Result<Replaced> replaced = replaceKnownFile(path, bytes, stamp);
-        EXPECT_TRUE(replaced.ok());
-        EXPECT_EQ(readWholeFile(path).value(), bytes);
-        EXPECT_EQ(replaced.value().stamp, stampOf(path)) << "what was written is known";
-        return replaced.value();
-    };
-    const FileStamp mine = saved("mine", known).stamp;
-    EXPECT_EQ(entries().size(), 1U) << "nobody else wrote";
-    std::ofstream(path) << "theirs";
-    const std::string kept = saved("mine again", mine).backup;
-    EXPECT_EQ(kept, backup());
-    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
-    const std::string name = fs::path(kept).filename().string();
-    ASSERT_EQ(name.size(), std::strlen("units 2026-11-23 18.38.05.bak"));
-    EXPECT_EQ(name.substr(0, 8), "units 20");
-
-    std::ofstream(path) << "theirs, too";
-    const std::string second = saved("mine for ever", mine).backup;
-    EXPECT_NE(second, kept) << "kept names are not taken again";
-    EXPECT_EQ(readWholeFile(second).value(), "theirs, too");
-    EXPECT_EQ(readWholeFile(kept).value(), "theirs");
-
-    const FileStamp again = saved("as long", stampOf(path).value()).stamp;
-    const auto time = fs::last_write_time(path);
-    std::ofstream(path) << "theirs!";
-    fs::last_write_time(path, time);
-    EXPECT_EQ(readWholeFile(saved("mine", again).backup).value(), "theirs!") << "as long, and with the old time";
-
-    fs::remove(path);
-    EXPECT_EQ(saved("back", mine).backup, "") << "gone, there is nothing to keep";
-    std::ofstream(path) << "chosen to be written over";
-    EXPECT_EQ(saved("over", std::nullopt).backup, "");
 }
 
 TEST_F(Kept, WhatOthersWroteIsKeptOnEveryKindOfFileSystem) {
@@ -289,15 +226,6 @@ TEST_F(Kept, WhatOthersWroteIsNeverGoneForWantOfAName) {
     EXPECT_GT(SystemFault::failures(), 0);
     EXPECT_EQ(readWholeFile(path).value(), "mine again");
     EXPECT_EQ(readWholeFile(replaced.value().backup).value(), "theirs") << "under whatever name";
-}
-
-TEST_F(Kept, ANameWithoutAnExtensionIsKeptWhole) {
-    for (const char* name : {".units", "units", ".units.d/units"}) {
-        fs::create_directories(fs::path(folder.path()) / ".units.d");
-        const std::string file = folder.file(name, "theirs");
-        const Result<Replaced> replaced = replaceKnownFile(file, "mine", FileStamp{});
-        EXPECT_EQ(replaced.value().backup.find(file + " 20"), 0U) << replaced.value().backup;
-    }
 }
 
 TEST_F(Kept, OnlyOwnStaleFilesOfADeadProcessAreRemoved) {

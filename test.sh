@@ -4,7 +4,8 @@
 #   ./test.sh           the optimised build
 #   ./test.sh --asan    then the same tests built with the address and undefined-behaviour sanitizers
 #
-# With CI=true both are done, and in between each fuzzer runs for a minute. The first failure ends it.
+# With CI=true both are done, and in between each fuzzer runs for a minute and the text rules are built for Windows and
+# tested under Wine. The first failure ends it.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 
@@ -36,6 +37,8 @@ build_and_test() {
 build_and_test release
 if [[ ${CI:-false} == true ]]; then
   fuzz/run.sh 60
+  scripts/install_dependencies.sh wine
+  build_and_test windows-rules
 fi
 if [[ $sanitized == true ]]; then
   # The journeys look at the program from outside, at the pace of a hand: the optimised build is what they are for.

@@ -4,12 +4,16 @@
 #   scripts/install_dependencies.sh run    to build and to start the editor
 #   scripts/install_dependencies.sh test   the same, and what the tests and benchmarks use
 #   scripts/install_dependencies.sh fuzz   to build the fuzzers
+#   scripts/install_dependencies.sh windows   to cross-build the packages for Windows
+#   scripts/install_dependencies.sh wine   to cross-build the rules and to run programs for Windows
 #   scripts/install_dependencies.sh compare   the same as test, and the programs that bench/compare.sh compares with
 set -euo pipefail
 
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
 virtual_screen=(xvfb openbox xdotool imagemagick x11-utils xclip)
 peers=(scite geany featherpad mousepad grep ripgrep)
+cross_build=(g++-mingw-w64-x86-64-posix dpkg-dev nsis zip)
+wine=(g++-mingw-w64-x86-64-posix wine wine64 fonts-wine googletest)
 fuzzing=(clang libclang-rt-dev libgtest-dev libgmock-dev)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)
 
@@ -31,12 +35,20 @@ case "${1:-}" in
     purpose="build the fuzzers of Blockhouse"
     wanted=("${build[@]}" "${fuzzing[@]}")
     ;;
+  windows)
+    purpose="build Blockhouse for Windows"
+    wanted=("${build[@]}" "${cross_build[@]}")
+    ;;
+  wine)
+    purpose="test Blockhouse for Windows"
+    wanted=("${build[@]}" "${virtual_screen[@]}" "${wine[@]}")
+    ;;
   compare)
     purpose="compare Blockhouse with other programs"
     wanted=("${build[@]}" "${virtual_screen[@]}" "${tests[@]}" "${peers[@]}")
     ;;
   *)
-    echo "usage: $0 run|test|fuzz|compare" >&2
+    echo "usage: $0 run|test|fuzz|windows|wine|compare" >&2
     exit 2
     ;;
 esac

@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Runs a program for Windows under Wine, in a home of its own: build/wine, or $WINEPREFIX.
+set -euo pipefail
+build=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")/build
+export WINEPREFIX=${WINEPREFIX:-$build/wine}
+export WINEDEBUG=${WINEDEBUG:--all}
+# Neither is needed, and Wine would offer to fetch them.
+export WINEDLLOVERRIDES="mscoree,mshtml="
+mkdir -p "$(dirname "$WINEPREFIX")"
+exec wine "$@"

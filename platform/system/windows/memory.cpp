@@ -1,0 +1,7 @@
+#include "platform/system/memory.h"
+
+namespace blockhouse {
+
+void reuseFreedMemory() {}
+
+} // namespace blockhouse

@@ -96,12 +96,15 @@ void fr_edit::fitRowsToFont() {
 }
 
 // The frame counts as part of the window even while it is maximised and its frame not drawn, so that the text box
-// keeps its distance from the window's edges.
+// keeps its distance from the window's edges. Distances are designed for a thin frame: of a thicker one only so much
+// counts, or the box would reach under it.
 QSize fr_edit::outerSize() const {
+    constexpr int designedBorder = 4;
     const auto* frame = qobject_cast<const QMdiSubWindow*>(parentWidget());
     if (!frame)
         return frameGeometry().size();
-    const int border = frame->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, frame);
+    const int border =
+        std::min(designedBorder, frame->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, frame));
     QStyleOptionTitleBar title;
     title.titleBarState = frame->windowState() & ~Qt::WindowMaximized;
     const int caption = frame->style()->pixelMetric(QStyle::PM_TitleBarHeight, &title, frame);

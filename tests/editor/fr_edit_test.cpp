@@ -12,6 +12,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QProxyStyle>
 #include <QTest>
 
 #include <functional>
@@ -358,6 +359,22 @@ TEST_F(FrEdit, ControlsFollowTheWindowsOuterSize) {
     EXPECT_EQ(geometry("Combo1"), QRect(0, 40, 237, 21));  // and 100 twips less
     EXPECT_EQ(geometry("Picture1"), QRect(0, editor_->height() - 9, editor_->width(), 9));
     EXPECT_EQ(geometry("thebar"), QRect(8, 0, 89, 9));
+}
+
+TEST_F(FrEdit, ControlsStayInsideAThickFrame) {
+    class ThickFrame : public QProxyStyle {
+        int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+            return metric == PM_MdiSubWindowFrameWidth ? 12 : QProxyStyle::pixelMetric(metric, option, widget);
+        }
+    } style;
+
+    frame_->setStyle(&style);
+    frame_->showNormal();
+    frame_->resize(500, 400);
+    EXPECT_LT(editor_->width(), 500 - 2 * 10);
+    for (const QWidget* control : std::initializer_list<QWidget*>{editor_->txt_edit, editor_->List1})
+        EXPECT_LE(control->geometry().right(), editor_->width()) << control->objectName().toStdString();
+    frame_->setStyle(nullptr);
 }
 
 TEST_F(FrEdit, LayoutStopsAtTheFirstSizeThatCannotBe) {

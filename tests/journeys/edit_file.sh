@@ -14,8 +14,6 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 typed_keyword_colour=0000ff
 typed_comment_colour=008000
-# While something else has the keyboard.
-selection_colour=b0b0b0
 
 # Files are bytes here, whatever they stand for.
 export LC_ALL=C

@@ -15,7 +15,6 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 export LC_ALL=C
 
 word=AmberfoldPikeman
-selection_colour=b0b0b0
 
 # first_row_of <area> <colour>: the first row of the area that has the colour.
 first_row_of() {

@@ -37,7 +37,7 @@ lay_out_program "$program"
 
 say "The splash window comes first, the main window after it"
 start_display 1280x800x24
-start_program "$folder/blockhouse"
+start_program "$folder/${program##*/}"
 splash=""
 wait_for 30 "window" first_window_shows
 [[ -n $splash ]] || fail "the main window came without a splash window"

@@ -54,7 +54,7 @@ export HOME=$folder
 
 say "Without a directory list the directory editor comes by itself, and the main window has no tree"
 start_display 1280x800x24
-start_program "$folder/blockhouse"
+start_program "$folder/${program##*/}"
 wait_for 30 "directory editor" window_named '^Add Directorys$' >/dev/null
 editor=$(window_named '^Add Directorys$')
 wait_for 30 "main window" window_named '^Project$' >/dev/null

@@ -6,7 +6,7 @@
 #
 #   journey_begin <artefact folder>    first of all; the folder takes screenshots and logs
 #   start_display <size> [option...]   Xvfb on a free number, with a window manager; size as in 1280x800x24
-#   start_program <binary>             sets program_pid
+#   start_program <binary>             sets program_pid; with BLOCKHOUSE_RUNNER set, that program runs it
 # Everything that was started ends with the script.
 
 declare -a started_pids=()
@@ -177,7 +177,9 @@ changed_rows() {
 # ---- the program ----------------------------------------------------------------------------------------------
 
 start_program() {
-  QT_QPA_PLATFORM=xcb QT_ACCESSIBILITY=0 "$1" >"$artefacts/program.log" 2>&1 </dev/null &
+  local platform=(env QT_QPA_PLATFORM=xcb)
+  [[ -z ${BLOCKHOUSE_RUNNER:-} ]] || platform=(env -u QT_QPA_PLATFORM "$BLOCKHOUSE_RUNNER")
+  QT_ACCESSIBILITY=0 "${platform[@]}" "$1" >"$artefacts/program.log" 2>&1 </dev/null &
   program_pid=$!
   started_pids+=("$program_pid")
 }

@@ -8,6 +8,9 @@
 
 comment_colour=ffffc0
 keyword_colour=000080
+# Of a selection in the text, which is the desktop's.
+selection_colour=b0b0b0
+[[ -z ${BLOCKHOUSE_RUNNER:-} ]] || selection_colour=c0c0c0
 panel_width=182
 tree_inset=16
 
@@ -19,13 +22,13 @@ lay_out_program() {
   mkdir -p "$folder"
   folder=$(cd "$folder" && pwd)
   artefacts=$(cd "$artefacts" && pwd)
-  cp "$1" "$folder/blockhouse"
+  cp "$1" "$folder/"
   "$here/../../scripts/lay_out_workspace.sh" "$folder"
 }
 
 # open_main_window <width> <height>: starts the program and sets window and documents when its tree is there.
 open_main_window() {
-  start_program "$folder/blockhouse"
+  start_program "$folder/${program##*/}"
   wait_for 30 "main window" window_named '^Project$' >/dev/null
   window=$(window_named '^Project$')
   resize_window "$window" "$1" "$2"

@@ -16,12 +16,13 @@ export LC_ALL=C
 canvas_left=10
 area_of_canvas=12,70,300,290
 
-# first_pixel_of <area> <colour>: "x y" in the window.
-first_pixel_of() {
+# black_mark: "x y" in the window of the black mark's first pixel. Letters may be black too, but nowhere so wide.
+black_mark() {
   local x y width
-  IFS=, read -r x y width _ <<<"$1"
-  pixels "$editor" "$1" | awk -v x="$x" -v y="$y" -v width="$width" -v colour=" ${2:0:2} ${2:2:2} ${2:4:2}" '
-    $0 == colour && !found { print x + (NR - 1) % width, y + int((NR - 1) / width); found = 1 }
+  IFS=, read -r x y width _ <<<"$area_of_canvas"
+  pixels "$editor" "$area_of_canvas" | awk -v x="$x" -v y="$y" -v width="$width" '
+    { column = (NR - 1) % width; run = $0 == " 00 00 00" && column > 0 ? run + 1 : 0 }
+    run == 6 && !found { print x + column - 5, y + int((NR - 1) / width); found = 1 }
     END { exit !found }'
 }
 
@@ -44,13 +45,13 @@ look_of_strip() { snapshot "$editor" "2,$((height - 19)),200,16"; }
 
 strip_differs_from() { [[ $(look_of_strip) != "$1" ]]; }
 
-mark_is_at() { [[ $(first_pixel_of "$area_of_canvas" 000000) == "$1" ]]; }
+mark_is_at() { [[ $(black_mark) == "$1" ]]; }
 
 mark_is_elsewhere() { ! mark_is_at "$1"; }
 
 close_placement() {
   xdotool windowactivate --sync "$editor" key alt+F4
-  wait_for 10 "end of the placement editor" no_window_named '^/aidata.ini$'
+  wait_for 10 "end of the placement editor" no_window_named '^[/\]aidata.ini$'
 }
 
 # saves_with_location <location line>: saves, and expects that line in the place of the first one and nothing else new.
@@ -73,8 +74,8 @@ open_main_window 700 500
 say "A double-click on the file asks which editor is meant; Yes opens the placement editor"
 open_tree_file "$window" 1
 confirm "the placement editor"
-wait_for 10 "placement editor" window_named '^/aidata.ini$' >/dev/null
-editor=$(window_named '^/aidata.ini$')
+wait_for 10 "placement editor" window_named '^[/\]aidata.ini$' >/dev/null
+editor=$(window_named '^[/\]aidata.ini$')
 xdotool windowmove --sync "$editor" 400 250
 read -r width height <<<"$(window_size "$editor")"
 settled snapshot "$editor" "0,0,$width,$height"
@@ -86,10 +87,10 @@ wait_for 10 "list of sides" new_window "$artefacts/windows" >/dev/null
 press_key Home Return
 wait_for 10 "end of the list of sides" no_new_window "$artefacts/windows"
 # The headquarters alone is black, and stands at 512, 300.25. Its outline is a pixel of another colour.
-wait_for 10 "black mark" first_pixel_of "$area_of_canvas" 000000 >/dev/null
+wait_for 10 "black mark" black_mark >/dev/null
 settled snapshot "$editor" "$area_of_canvas"
 screenshot "$artefacts/1-side.png" "$editor"
-read -r x y <<<"$(first_pixel_of "$area_of_canvas" 000000)"
+read -r x y <<<"$(black_mark)"
 canvas_top=$((y - 1 - 93))
 ((x - 1 == canvas_left + 158)) || fail "the mark is at $x, not at $((canvas_left + 159))"
 
@@ -97,8 +98,7 @@ say "A drag takes the mark along, the strip shows where, and the log what was wr
 strip=$(look_of_strip)
 drag 162 97 200 155
 strip_differs_from "$strip" || fail "the strip shows no coordinates"
-mark_is_at "$((canvas_left + 201)) $((canvas_top + 156))" ||
-  fail "the mark is at $(first_pixel_of "$area_of_canvas" 000000), not where the pointer is"
+mark_is_at "$((canvas_left + 201)) $((canvas_top + 156))" || fail "the mark is at $(black_mark), not where the pointer is"
 screenshot "$artefacts/2-dragged.png" "$editor"
 xdotool mouseup 1
 saves_with_location "Location = X:$(units 200) Y:$(units 155)"
@@ -109,7 +109,7 @@ wait_for 10 "log" has_colour "$editor" "80,80,370,200" ffffff "$((before + 30000
 settled snapshot "$editor" "80,80,370,100"
 screenshot "$artefacts/3-log.png" "$editor"
 click "$editor" 464 "$((canvas_top + 23))"
-wait_for 10 "canvas again" first_pixel_of "$area_of_canvas" 000000 >/dev/null
+wait_for 10 "canvas again" black_mark >/dev/null
 
 say "The pointer may leave the canvas"
 drag 203 158 -30 120
@@ -128,8 +128,8 @@ wait_for 10 "mark gone again" mark_is_elsewhere "$((canvas_left + 201)) $((canva
 close_placement
 xdotool windowactivate --sync "$window"
 press_key ctrl+shift+t
-wait_for 10 "placement editor again" window_named '^/aidata.ini$' >/dev/null
-editor=$(window_named '^/aidata.ini$')
+wait_for 10 "placement editor again" window_named '^[/\]aidata.ini$' >/dev/null
+editor=$(window_named '^[/\]aidata.ini$')
 wait_for 10 "its first picture" snapshot "$editor" "0,0,60,40"
 screenshot "$artefacts/5-back.png" "$editor"
 saves_with_location "Location = X:$(units -30) Y:$(units 120)"

@@ -28,7 +28,7 @@ journey_begin "$2"
 lay_out_program "$program"
 export QT_SCALE_FACTOR=2
 start_display "1366x${height}x24"
-start_program "$folder/blockhouse"
+start_program "$folder/${program##*/}"
 
 say "The main window and the placement editor start no taller than the screen"
 fits Project

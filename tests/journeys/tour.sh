@@ -59,7 +59,7 @@ export QT_SCALE_FACTOR=$scale
 start_display "$((1280 * scale))x$((800 * scale))x24"
 
 say "Splash window and main window"
-start_program "$folder/blockhouse"
+start_program "$folder/${program##*/}"
 wait_for 30 "splash window" window_named '^Blockhouse$' >/dev/null
 picture splash "$(window_named '^Blockhouse$')"
 wait_for 30 "main window" window_named '^Project$' >/dev/null

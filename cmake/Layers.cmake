@@ -52,12 +52,27 @@ function(blockhouse_windows folder)
   target_link_libraries(${target} PUBLIC blockhouse_options ${folder}_rules Qt6::Widgets ${ARG_LINK})
 endfunction()
 
-# Files that the folder's windows find under ":/" and their path from the top. The toolkit's own command for it takes
-# care that the linker drops none of them; CMAKE_AUTORCC_OPTIONS are for its resource compiler.
+# Drawings that the folder's widgets find under ":/" and their path from the top. The toolkit's own command for it
+# takes care that the linker drops none of them; CMAKE_AUTORCC_OPTIONS are for its resource compiler.
 function(blockhouse_resources folder)
   if(BLOCKHOUSE_RULES_ONLY)
     return()
   endif()
-  qt_add_resources(${folder}_windows ${folder} PREFIX / BASE ${CMAKE_SOURCE_DIR} FILES ${ARGN}
+  set(base ${CMAKE_SOURCE_DIR})
+  set(files ${ARGN})
+  if(BLOCKHOUSE_ARTWORK_RENDERER)
+    set(base ${CMAKE_BINARY_DIR}/artwork)
+    set(files "")
+    foreach(drawing IN LISTS ARGN)
+      cmake_path(ABSOLUTE_PATH drawing NORMALIZE)
+      cmake_path(RELATIVE_PATH drawing BASE_DIRECTORY ${CMAKE_SOURCE_DIR} OUTPUT_VARIABLE place)
+      execute_process(COMMAND ${BLOCKHOUSE_ARTWORK_RENDERER} ${drawing} ${base}/${place}
+                      OUTPUT_VARIABLE drawn COMMAND_ERROR_IS_FATAL ANY)
+      string(REGEX REPLACE "\n" ";" drawn "${drawn}")
+      list(APPEND files ${drawn})
+      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${drawing})
+    endforeach()
+  endif()
+  qt_add_resources(${folder}_windows ${folder} PREFIX / BASE ${base} FILES ${files}
                    OPTIONS ${CMAKE_AUTORCC_OPTIONS})
 endfunction()

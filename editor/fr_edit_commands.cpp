@@ -4,7 +4,7 @@
 #include "editor/fr_edit.h"
 #include "platform/widgets/clipboard.h"
 #include "platform/widgets/NoticeArea.h"
-#include "platform/widgets/svg_icon.h"
+#include "platform/widgets/pictures.h"
 
 namespace blockhouse {
 
@@ -14,7 +14,7 @@ void fr_edit::makeToolbar() {
     Toolbar1->setAccessibleName(tr("Editor commands"));
     Toolbar1->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     const auto button = [this](const char* picture, const QString& caption, const QString& toolTip) {
-        QAction* action = Toolbar1->addAction(svgIcon(QLatin1String(picture), {16, 24, 32, 48}), caption);
+        QAction* action = Toolbar1->addAction(pictureIcon(QLatin1String(picture), {16, 24, 32, 48}), caption);
         action->setToolTip(toolTip);
         return action;
     };

@@ -3,8 +3,8 @@
 #include "editor/EditorHost.h"
 #include "editor/fr_edit.h"
 #include "platform/widgets/NoticeArea.h"
+#include "platform/widgets/pictures.h"
 #include "platform/widgets/qt_text.h"
-#include "platform/widgets/svg_icon.h"
 
 #include <QEvent>
 #include <QMdiSubWindow>

@@ -7,8 +7,8 @@
 #include "platform/widgets/DropDownList.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/NoticeArea.h"
+#include "platform/widgets/pictures.h"
 #include "platform/widgets/qt_text.h"
-#include "platform/widgets/svg_icon.h"
 #include "platform/widgets/window_handles.h"
 
 #include <QCloseEvent>

@@ -1,7 +1,7 @@
 #include "shell/WindowBar.h"
 
 #include "platform/text/units.h"
-#include "platform/widgets/svg_icon.h"
+#include "platform/widgets/pictures.h"
 #include "shell/artwork.h"
 #include "shell/cursor_and_window_state.h"
 

@@ -1,21 +1,21 @@
 #include "shell/artwork.h"
 
-#include "platform/widgets/svg_icon.h"
+#include "platform/widgets/pictures.h"
 
 namespace blockhouse {
 
 QIcon documentPicture() {
-    static const QIcon icon = svgIcon(QStringLiteral(":/shell/artwork/document.svg"), {16, 24, 32, 48});
+    static const QIcon icon = pictureIcon(QStringLiteral(":/shell/artwork/document.svg"), {16, 24, 32, 48});
     return icon;
 }
 
 QIcon applicationIcon() {
-    static const QIcon icon = svgIcon(QStringLiteral(":/packaging/blockhouse.svg"), {16, 24, 32, 48, 64, 128, 256});
+    static const QIcon icon = pictureIcon(QStringLiteral(":/packaging/blockhouse.svg"), {16, 24, 32, 48, 64, 128, 256});
     return icon;
 }
 
 void paintSplashPicture(QPainter& painter, const QRectF& target) {
-    paintSvg(QStringLiteral(":/shell/artwork/splash.svg"), painter, target);
+    paintPicture(QStringLiteral(":/shell/artwork/splash.svg"), painter, target);
 }
 
 } // namespace blockhouse

@@ -4,7 +4,7 @@ set -euo pipefail
 build=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")/build
 export WINEPREFIX=${WINEPREFIX:-$build/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
-# Neither is needed, and Wine would offer to fetch them.
-export WINEDLLOVERRIDES="mscoree,mshtml="
+# The first two are not needed, and Wine would offer to fetch them; the third writes into the desktop's own menus.
+export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 mkdir -p "$(dirname "$WINEPREFIX")"
 exec wine "$@"

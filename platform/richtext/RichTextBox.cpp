@@ -48,7 +48,7 @@ void RichTextBox::setUpView() {
     engine_.tell(SCI_SETEOLMODE, SC_EOL_CRLF);
     engine_.tell(SCI_SETTABWIDTH, 4);
     engine_.tell(SCI_SETUSETABS, 1);
-    SendScintilla(SCI_STYLESETFONT, static_cast<unsigned long>(STYLE_DEFAULT), "Courier New");
+    engine_.setFont(STYLE_DEFAULT, "Courier New");
     engine_.tell(SCI_STYLESETSIZEFRACTIONAL, STYLE_DEFAULT, 1050);
     engine_.tell(SCI_STYLESETFORE, STYLE_DEFAULT, defaultTextColour);
     engine_.tell(SCI_STYLESETBACK, STYLE_DEFAULT, defaultBackground);
@@ -57,7 +57,7 @@ void RichTextBox::setUpView() {
         constexpr char digits[] = "0123456789ABCDEF";
         const unsigned byte = static_cast<unsigned char>(unassigned);
         const std::string label{'x', digits[byte >> 4], digits[byte & 15]};
-        SendScintilla(SCI_SETREPRESENTATION, codepage::toUtf8({&unassigned, 1}).c_str(), label.c_str());
+        engine_.setRepresentation(codepage::toUtf8({&unassigned, 1}).c_str(), label.c_str());
     }
 }
 

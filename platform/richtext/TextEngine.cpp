@@ -27,6 +27,15 @@ std::ptrdiff_t TextEngine::tell(unsigned message, std::string_view bytes) {
     return function_(engine_, message, bytes.size(), reinterpret_cast<std::intptr_t>(bytes.data()));
 }
 
+void TextEngine::setFont(std::ptrdiff_t style, const char* family) {
+    tell(Sci::SCI_STYLESETFONT, style, reinterpret_cast<std::intptr_t>(family));
+}
+
+void TextEngine::setRepresentation(const char* character, const char* shown) {
+    tell(Sci::SCI_SETREPRESENTATION, reinterpret_cast<std::intptr_t>(character),
+         reinterpret_cast<std::intptr_t>(shown));
+}
+
 BytePosition TextEngine::length() const {
     return ask(Sci::SCI_GETLENGTH);
 }

@@ -32,6 +32,10 @@ public:
     // The message's parameters are the length and the bytes.
     std::ptrdiff_t tell(unsigned message, std::string_view bytes);
 
+    void setFont(std::ptrdiff_t style, const char* family);
+    // How a character that has no look of its own is shown. Both are UTF-8.
+    void setRepresentation(const char* character, const char* shown);
+
     [[nodiscard]] BytePosition length() const;
     // Uncopied; valid until the next change.
     [[nodiscard]] std::string_view text(ByteSpan span) const;

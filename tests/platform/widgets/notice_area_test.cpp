@@ -1,5 +1,5 @@
 #include "platform/widgets/NoticeArea.h"
-#include "platform/widgets/svg_icon.h"
+#include "platform/widgets/pictures.h"
 
 #include <gtest/gtest.h>
 #include <QApplication>

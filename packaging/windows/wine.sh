@@ -6,5 +6,7 @@ export WINEPREFIX=${WINEPREFIX:-$build/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 # The first two are not needed, and Wine would offer to fetch them; the third writes into the desktop's own menus.
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+# Else it knows no file whose name is not ASCII.
+export LC_ALL=C.UTF-8
 mkdir -p "$(dirname "$WINEPREFIX")"
 exec wine "$@"

@@ -6,7 +6,7 @@
 #include "findref/word_at_caret.h"
 #include "placement/Form2.h"
 #include "platform/system/files.h"
-#include "platform/system/memory.h"
+#include "platform/system/process.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/message_box.h"
 #include "platform/widgets/NoticeArea.h"
@@ -39,7 +39,7 @@ const std::string& pathOf(const ClosedTexts::Closed& closed) {
 Program::Program(std::string applicationFolder) : Program(ApplicationFolder(std::move(applicationFolder))) {}
 
 Program::Program(ApplicationFolder files) : files_(std::move(files)), lists_(files_) {
-    reuseFreedMemory();
+    configureProcess();
 }
 
 Program::~Program() {

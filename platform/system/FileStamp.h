@@ -14,7 +14,8 @@ struct FileStamp {
     std::uint64_t size = 0;
     std::int64_t changedSeconds = 0;
     std::int64_t changedNanoseconds = 0;
-    // Of the last change of anything about the file, its name and its rights included. No program can set it back.
+    // Of the last change of anything about the file, its name and its rights included. No program can set it back. 0 on
+    // Windows, where programs that only look after files move it.
     std::int64_t touchedSeconds = 0;
     std::int64_t touchedNanoseconds = 0;
 

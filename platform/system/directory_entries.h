@@ -8,8 +8,8 @@
 
 namespace blockhouse {
 
-// Names of the directory's normal files without hidden ones, or of its directories (links to directories count), in no
-// particular order.
+// Names of the directory's normal files without hidden ones, or of its directories (links to directories count) without
+// the system's own, in no particular order.
 Result<std::vector<std::string>> fileEntriesOf(const std::string& directory);
 Result<std::vector<std::string>> folderEntriesOf(const std::string& directory);
 

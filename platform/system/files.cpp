@@ -55,7 +55,7 @@ bool matchesPattern(std::string_view name, std::string_view pattern) {
 bool isSameFile(const std::string& path, const std::string& other) {
     const std::optional<FileStamp> one = stampOf(path);
     const std::optional<FileStamp> two = stampOf(other);
-    return path == other || (one && two && one->volume == two->volume && one->file == two->file);
+    return path == other || (one && two && one->file != 0 && one->volume == two->volume && one->file == two->file);
 }
 
 Result<std::string> readWholeFile(const std::string& path, std::size_t limit) {

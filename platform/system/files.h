@@ -36,10 +36,11 @@ Result<StampedBytes> readStampedFile(const std::string& path, std::size_t limit 
 // Replaces the whole content: afterwards the file holds the old bytes or the new ones, never a mix, whatever happens
 // in between. A symbolic link stays one and its target is replaced.
 //
-// Owner, permissions, access list and extended attributes survive. A group that cannot be kept leaves the new group no
-// more rights than everybody has. The file is written in place where the folder forbids a new file, and where access
-// list, attributes or further names of the file (hard links) could not be kept otherwise; only then an I/O error or
-// the end of the process can leave a mix.
+// Owner, permissions, access list and extended attributes survive; on Windows attributes, access list and further
+// streams. A group that cannot be kept leaves the new group no more rights than everybody has. The file is written in
+// place where the folder forbids a new file, where something holds on to the file's name, and where access list,
+// attributes or further names of the file (hard links) could not be kept otherwise; only then an I/O error or the end
+// of the process can leave a mix.
 Result<Done> replaceWholeFile(const std::string& path, std::string_view bytes);
 
 struct Replaced {
@@ -57,7 +58,8 @@ Result<Replaced> replaceKnownFile(const std::string& path, std::string_view byte
 // does not match `pattern` is left out ("" takes every name; see matchesPattern).
 Result<std::vector<std::string>> fileNamesIn(const std::string& directory, std::string_view pattern = {});
 
-// Names of the directory's directories, links to directories counted in, ordered alike; hidden ones come last.
+// Names of the directory's directories, links to directories counted in, ordered alike; those whose name begins with a
+// dot come last.
 Result<std::vector<std::string>> folderNamesIn(const std::string& directory);
 
 // Wildcard rule without regard to case: "*" stands for any text, "?" for one character, and a final ".*" also

@@ -32,6 +32,10 @@ std::string temporaryName(std::uint64_t process, unsigned number) {
     return std::string(prefix) + std::to_string(process) + "-" + std::to_string(number) + std::string(suffix);
 }
 
+std::string keptName(std::uint64_t process, unsigned number) {
+    return std::string(prefix) + std::to_string(process) + "-" + std::to_string(number) + ".old";
+}
+
 std::optional<std::uint64_t> processOfTemporary(std::string_view name) {
     if (!name.starts_with(prefix) || !name.ends_with(suffix) || name.size() < prefix.size() + suffix.size())
         return std::nullopt;

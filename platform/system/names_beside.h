@@ -12,6 +12,9 @@ namespace blockhouse {
 // names.
 [[nodiscard]] std::string temporaryName(std::uint64_t process, unsigned number);
 
+// The same with ".old": a name for what is not to be lost, whatever happens to the process. Nobody ever removes it.
+[[nodiscard]] std::string keptName(std::uint64_t process, unsigned number);
+
 // Whose temporary file that is; nothing if the name is none of these.
 [[nodiscard]] std::optional<std::uint64_t> processOfTemporary(std::string_view name);
 

@@ -8,9 +8,12 @@
 namespace blockhouse {
 namespace {
 
-std::string nextTemporaryPath(const std::string& target) {
+std::string nextPath(const std::string& target, Replacement::Takes takes) {
     static unsigned counter = 0;
-    return directoryOf(target) + "/" + temporaryName(static_cast<std::uint64_t>(::getpid()), ++counter);
+    const auto process = static_cast<std::uint64_t>(::getpid());
+    ++counter;
+    return directoryOf(target) + "/" +
+           (takes == Replacement::Takes::Anything ? temporaryName(process, counter) : keptName(process, counter));
 }
 
 constexpr int mostTries = 1000; // names left behind by a killed process of the same number
@@ -48,8 +51,8 @@ int syncFile(int file) {
     return retried([file] { return ::fsync(file); }) == 0 ? 0 : errno;
 }
 
-Replacement::Replacement(std::string target, mode_t mode, Name name)
-    : target_(std::move(target)), file_(name == Name::AtTheEnd ? openUnnamed(mode) : openNamed(mode)) {}
+Replacement::Replacement(std::string target, mode_t mode, Name name, Takes takes)
+    : target_(std::move(target)), takes_(takes), file_(name == Name::AtTheEnd ? openUnnamed(mode) : openNamed(mode)) {}
 
 Replacement::~Replacement() {
     if (!path_.empty())
@@ -73,7 +76,7 @@ int Replacement::openUnnamed(mode_t mode) {
 
 int Replacement::openNamed(mode_t mode) {
     for (int tries = 0; tries < mostTries; ++tries) {
-        std::string path = nextTemporaryPath(target_);
+        std::string path = nextPath(target_, takes_);
         const int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
         const int file = retried([&] { return ::open(path.c_str(), flags, mode); });
         if (file != -1)
@@ -95,7 +98,7 @@ int Replacement::giveName() {
         return 0;
     const std::string file = "/proc/self/fd/" + std::to_string(file_.number());
     for (int tries = 0; tries < mostTries; ++tries) {
-        std::string path = nextTemporaryPath(target_);
+        std::string path = nextPath(target_, takes_);
         if (::linkat(AT_FDCWD, file.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0) {
             path_ = std::move(path);
             isUnnamed_ = false;

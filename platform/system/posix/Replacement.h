@@ -17,9 +17,12 @@ namespace blockhouse {
 class Replacement {
 public:
     enum class Name { AtTheEnd, FromTheStart };
+    // The place of whatever is there, or only that of a file in a known state: what has the target's name comes out
+    // under this one's then, and is kept if the process ends right there.
+    enum class Takes { Anything, KnownState };
 
     // Not open (with errno set) when the folder takes no new file.
-    Replacement(std::string target, mode_t mode, Name name = Name::AtTheEnd);
+    Replacement(std::string target, mode_t mode, Name name, Takes takes);
     ~Replacement();
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
@@ -50,6 +53,7 @@ private:
     [[nodiscard]] int finish();
 
     const std::string target_;
+    const Takes takes_;
     std::string path_; // empty while there is no name to remove
     bool isUnnamed_ = false;
     Descriptor file_;

@@ -78,7 +78,8 @@ int writeOver(Writing& writing) {
 // A new file gets what the user's mask leaves; one that will get the original's permissions is private till then.
 int replaceTarget(Writing& writing, Replacement::Name name) {
     const bool exists = writing.original.has_value();
-    Replacement replacement(writing.target, exists ? 0600 : 0666, name);
+    const auto takes = writing.known && exists ? Replacement::Takes::KnownState : Replacement::Takes::Anything;
+    Replacement replacement(writing.target, exists ? 0600 : 0666, name, takes);
     if (!replacement.isOpen()) {
         const int error = errno;
         return exists && forbidsNewFile(error) ? writeOver(writing) : error;

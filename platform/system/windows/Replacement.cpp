@@ -3,7 +3,6 @@
 #include "platform/system/names_beside.h"
 
 #include <algorithm>
-#include <array>
 
 namespace blockhouse {
 namespace {
@@ -28,13 +27,40 @@ Handle openTemporary(const std::string& target, std::string& path) {
 }
 
 DWORD move(const std::string& from, const std::string& to) {
-    const bool moved = ::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_WRITE_THROUGH);
-    return moved ? 0 : ::GetLastError();
+    return persistently([&]() -> DWORD {
+        const bool moved = ::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_WRITE_THROUGH);
+        return moved ? 0 : ::GetLastError();
+    });
 }
 
 void remove(const std::string& path) {
     ::SetFileAttributesW(widePath(path).c_str(), FILE_ATTRIBUTE_NORMAL);
-    ::DeleteFileW(widePath(path).c_str());
+    static_cast<void>(
+        persistently([&path]() -> DWORD { return ::DeleteFileW(widePath(path).c_str()) ? 0 : ::GetLastError(); }));
+}
+
+bool isThere(const std::string& path) {
+    return ::GetFileAttributesW(widePath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// Not every system's exchange keeps the attributes. The bytes are new, so whoever looks for such files is to see it.
+void setAttributes(const std::string& path, DWORD original) {
+    constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+    if (original != INVALID_FILE_ATTRIBUTES)
+        ::SetFileAttributesW(widePath(path).c_str(), (original & kept) | FILE_ATTRIBUTE_ARCHIVE);
+}
+
+// Before what was there is removed. A failure is no reason to call the write failed.
+void sync(const std::string& path) {
+    const Handle file = openFile(path, GENERIC_WRITE, shareAll, OPEN_EXISTING);
+    if (file.isOpen())
+        ::FlushFileBuffers(file.get());
+}
+
+// What a change of the name leaves alone on every file system.
+bool isOfOneWrite(const FileStamp& left, const FileStamp& right) {
+    return left.size == right.size && left.changedSeconds == right.changedSeconds &&
+           left.changedNanoseconds == right.changedNanoseconds;
 }
 
 bool isOneOf(DWORD error, std::initializer_list<DWORD> errors) {
@@ -49,7 +75,8 @@ bool forbidsNewFile(DWORD error) {
 
 bool forbidsTakingPlace(DWORD error) {
     return isOneOf(error, {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_USER_MAPPED_FILE, ERROR_NOT_SUPPORTED,
-                           ERROR_INVALID_FUNCTION, ERROR_UNABLE_TO_REMOVE_REPLACED, ERROR_UNABLE_TO_MOVE_REPLACEMENT,
+                           ERROR_INVALID_FUNCTION, ERROR_INVALID_PARAMETER, ERROR_NOT_SAME_DEVICE,
+                           ERROR_UNABLE_TO_REMOVE_REPLACED, ERROR_UNABLE_TO_MOVE_REPLACEMENT,
                            ERROR_UNABLE_TO_MOVE_REPLACEMENT_2});
 }
 
@@ -61,17 +88,17 @@ Replacement::~Replacement() {
         remove(path_);
 }
 
-// Closed, since the system takes no open file for a replacement.
+// Closed, since the system takes no open file for a replacement, and some file systems set the time only then.
 DWORD Replacement::fill(std::string_view bytes) {
     if (const DWORD error = writeAll(file_.get(), bytes); error != 0)
         return error;
     if (!::FlushFileBuffers(file_.get()))
         return ::GetLastError();
-    const std::optional<FileStamp> stamp = stampFrom(file_.get());
+    file_.close();
+    const std::optional<FileStamp> stamp = stampOf(path_);
     if (!stamp)
         return ::GetLastError();
     written_ = *stamp;
-    file_.close();
     return 0;
 }
 
@@ -82,56 +109,54 @@ DWORD Replacement::takeName() {
     return error;
 }
 
-// What had the name is always kept at first: where the exchange breaks off half way, this is how it can be undone, and
-// nobody can write between a look at the file and its end.
+// What had the name is always kept at first, under a name that says what it is: where the exchange breaks off half way,
+// or the process ends in it, this is how it can be undone. And nobody can write between a look at the file and its end.
 DWORD Replacement::takePlaceOf(const std::optional<FileStamp>& known, std::string& backup) {
     const bool isOthers = known && stampOf(target_) != known;
-    const std::string old = nextTemporaryPath(target_);
+    std::string old;
+    const auto isFree = [](const std::string& name) -> DWORD { return isThere(name) ? ERROR_FILE_EXISTS : 0; };
+    if (const DWORD error = takeFreeBackup(target_, old, isFree); error != 0)
+        return error;
     if (const DWORD error = exchange(old); error != 0)
         return error;
     const std::optional<FileStamp> state = stampOf(old);
-    // The exchange itself has touched it.
-    const bool isAsKnown = !isOthers && state && known && state->withoutTouch() == known->withoutTouch();
-    if (!known || isAsKnown) {
+    const bool isAsKnown = !isOthers && state && known && isOfOneWrite(*state, *known);
+    if (!known || isAsKnown)
         remove(old);
-        return 0;
-    }
-    if (takeFreeBackup(target_, backup, [&](const std::string& name) { return move(old, name); }) != 0)
-        backup = old; // whole, if under an odd name
+    else
+        backup = old;
     return 0;
 }
 
 DWORD Replacement::exchange(const std::string& old) {
     const DWORD attributes = ::GetFileAttributesW(widePath(target_).c_str());
-    if (!::ReplaceFileW(widePath(target_).c_str(), widePath(path_).c_str(), widePath(old).c_str(), 0, nullptr,
-                        nullptr)) {
-        const DWORD error = ::GetLastError();
-        const DWORD finished = error == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2 ? finishExchange(old) : error;
-        if (finished != 0)
-            return finished;
-    }
+    DWORD error = persistently([&]() -> DWORD {
+        const bool replaced = ::ReplaceFileW(widePath(target_).c_str(), widePath(path_).c_str(), widePath(old).c_str(),
+                                             0, nullptr, nullptr);
+        return replaced ? 0 : ::GetLastError();
+    });
+    // Whatever the error says: the target may have lost its name, and the new content not got it.
+    if (error != 0 && !isThere(target_) && isThere(old))
+        error = finishExchange(old);
+    if (error != 0)
+        return error;
     path_.clear();
-    // Not every system's exchange keeps them.
-    if (::GetFileAttributesW(widePath(target_).c_str()) != attributes)
-        ::SetFileAttributesW(widePath(target_).c_str(), attributes);
+    setAttributes(target_, attributes);
+    sync(target_);
     return 0;
 }
 
-// The target has lost its name to `old`, and the new content has not got it.
 DWORD Replacement::finishExchange(const std::string& old) {
     const DWORD error = move(path_, target_);
     if (error == 0)
         return 0;
-    return move(old, target_) == 0 ? error : ERROR_FILE_NOT_FOUND;
+    // If even that fails, the target is written anew, and the old content stays where it is.
+    return move(old, target_) == 0 ? error : ERROR_UNABLE_TO_MOVE_REPLACEMENT_2;
 }
 
-// The exchange changes what is known of the file, but not when it was written.
 FileStamp Replacement::stamp() const {
     const std::optional<FileStamp> now = stampOf(target_);
-    const auto written = [](const FileStamp& stamp) {
-        return std::array{static_cast<std::int64_t>(stamp.size), stamp.changedSeconds, stamp.changedNanoseconds};
-    };
-    return now && written(*now) == written(written_) ? *now : written_;
+    return now && isOfOneWrite(*now, written_) ? *now : written_;
 }
 
 } // namespace blockhouse

@@ -1,15 +1,21 @@
 #include "platform/system/directory_entries.h"
 
+#include "platform/system/names_beside.h"
 #include "platform/system/windows/Listing.h"
 #include "platform/text/paths.h"
 
 namespace blockhouse {
 namespace {
 
-bool isLeftOut(const WIN32_FIND_DATAW& entry) {
-    const std::wstring_view name = entry.cFileName;
-    return (entry.dwFileAttributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0 || name == L"." ||
-           name == L"..";
+// Files that are hidden or the system's, and those that a save is about to rename; of folders only those that are both
+// hidden and the system's: a folder is often one of them for no more than its look.
+bool isLeftOut(const Listing& listing, bool folders) {
+    constexpr DWORD marks = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    const DWORD marked = listing.entry().dwFileAttributes & marks;
+    const std::wstring_view name = listing.entry().cFileName;
+    if (folders)
+        return marked == marks || name == L"." || name == L"..";
+    return marked != 0 || processOfTemporary(listing.name());
 }
 
 // A link to a folder is marked as a folder itself; a link to a file may lead nowhere.
@@ -35,7 +41,7 @@ Result<std::vector<std::string>> namesIn(const std::string& directory, bool fold
         return errorOf(directory, error);
     }
     do {
-        if (!isLeftOut(listing.entry()) && isOfKind(directory, listing, folders))
+        if (!isLeftOut(listing, folders) && isOfKind(directory, listing, folders))
             names.push_back(listing.name());
     } while (listing.next());
     if (const DWORD error = ::GetLastError(); error != ERROR_NO_MORE_FILES)

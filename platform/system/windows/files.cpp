@@ -62,17 +62,28 @@ std::string targetOf(const std::string& path) {
     if (!file.isOpen())
         return path;
     std::wstring name(32'768, L'\0');
-    const DWORD size =
-        ::GetFinalPathNameByHandleW(file.get(), name.data(), static_cast<DWORD>(name.size()), FILE_NAME_NORMALIZED);
-    if (size == 0 || size >= name.size())
-        return path;
-    return narrowPath(std::wstring_view(name).substr(0, size));
+    for (const DWORD how : {FILE_NAME_NORMALIZED, FILE_NAME_OPENED}) {
+        const DWORD size = ::GetFinalPathNameByHandleW(file.get(), name.data(), static_cast<DWORD>(name.size()), how);
+        if (size > 0 && size < name.size())
+            return narrowPath(std::wstring_view(name).substr(0, size));
+    }
+    return path;
+}
+
+// A link whose target has no name that could be found out, or none at all.
+bool isStillALink(const std::string& path) {
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = ::FindFirstFileW(widePath(path).c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    ::FindClose(search);
+    return has(entry.dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT) && entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
 }
 
 // What a save finds where it is to write.
 struct Original {
     bool exists = false;
-    bool hasFurtherNames = false; // hard links
+    bool cannotBeReplaced = false; // it has further names (hard links), or is reached through a link only
 };
 
 // A save on its way: what is to be written where, over which file.
@@ -102,16 +113,22 @@ std::optional<FileError> lookAt(Writing& writing, const std::string& path) {
         return FileError{path, "Is a directory"};
     if (has(status.dwFileAttributes, FILE_ATTRIBUTE_READONLY))
         return errorOf(path, ERROR_ACCESS_DENIED);
-    if (!openFile(writing.target, GENERIC_WRITE, shareAll, OPEN_EXISTING).isOpen())
-        return errorOf(path, ::GetLastError());
-    writing.original = {true, status.nNumberOfLinks > 1};
+    const DWORD forbidden = persistently([&writing]() -> DWORD {
+        return openFile(writing.target, GENERIC_WRITE, shareAll, OPEN_EXISTING).isOpen() ? 0 : ::GetLastError();
+    });
+    if (forbidden != 0)
+        return errorOf(path, forbidden);
+    writing.original = {true, status.nNumberOfLinks > 1 || isStillALink(writing.target)};
     return std::nullopt;
 }
 
 DWORD copyToBackup(const std::string& target, std::string& backup) {
     return takeFreeBackup(target, backup, [&](const std::string& name) -> DWORD {
         constexpr BOOL onlyNew = TRUE;
-        return ::CopyFileW(widePath(target).c_str(), widePath(name).c_str(), onlyNew) ? 0 : ::GetLastError();
+        if (!::CopyFileW(widePath(target).c_str(), widePath(name).c_str(), onlyNew))
+            return ::GetLastError();
+        const Handle copy = openFile(name, GENERIC_WRITE, shareAll, OPEN_EXISTING);
+        return copy.isOpen() && ::FlushFileBuffers(copy.get()) ? 0 : ::GetLastError();
     });
 }
 
@@ -127,9 +144,8 @@ DWORD writeOver(Writing& writing) {
 
 DWORD replaceTarget(Writing& writing) {
     const bool exists = writing.original.exists;
-    const bool isLinkToNothing =
-        !exists && ::GetFileAttributesW(widePath(writing.target).c_str()) != INVALID_FILE_ATTRIBUTES;
-    if (isLinkToNothing || writing.original.hasFurtherNames)
+    const bool isLinkToNothing = !exists && isStillALink(writing.target);
+    if (isLinkToNothing || writing.original.cannotBeReplaced)
         return writeOver(writing);
     Replacement replacement(writing.target);
     if (!replacement.isOpen()) {
@@ -157,8 +173,13 @@ DWORD replaceTarget(Writing& writing) {
 // Hidden and system files are those with the attribute.
 bool FileExists(const std::string& path) {
     const DWORD attributes = attributesOf(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && !has(attributes, FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE |
-                                                                         FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    constexpr DWORD others =
+        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    if (attributes == INVALID_FILE_ATTRIBUTES || has(attributes, others))
+        return false;
+    // The names of devices have attributes of files.
+    const Handle file = openToAsk(path);
+    return !file.isOpen() || ::GetFileType(file.get()) == FILE_TYPE_DISK;
 }
 
 std::optional<FileStamp> stampOf(const std::string& path) {

@@ -26,9 +26,8 @@ void makeFolder(const std::string& path) {
 
 // Access lists are too many-sided to be asked, so it is tried.
 bool takesNewFiles(const std::string& folder) {
-    const std::string name = joinPath(folder, temporaryName(::GetCurrentProcessId(), 1));
-    return openFile(name, GENERIC_WRITE, shareAll, CREATE_ALWAYS, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE)
-        .isOpen();
+    const std::string name = joinPath(folder, temporaryName(::GetCurrentProcessId(), 0)); // no save's
+    return openFile(name, GENERIC_WRITE, 0, CREATE_NEW, FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE).isOpen();
 }
 
 } // namespace blockhouse

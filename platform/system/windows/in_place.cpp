@@ -1,5 +1,7 @@
 #include "platform/system/windows/in_place.h"
 
+#include <algorithm>
+
 namespace blockhouse {
 namespace {
 
@@ -7,19 +9,21 @@ DWORD setSize(HANDLE file, LARGE_INTEGER size) {
     return ::SetFilePointerEx(file, size, nullptr, FILE_BEGIN) && ::SetEndOfFile(file) ? 0 : ::GetLastError();
 }
 
-DWORD setRoomAside(HANDLE file, LARGE_INTEGER oldSize, LARGE_INTEGER size) {
-    if (size.QuadPart <= oldSize.QuadPart)
-        return 0;
-    const DWORD error = setSize(file, size);
+DWORD writeAt(HANDLE file, std::size_t at, std::string_view bytes) {
+    LARGE_INTEGER place{};
+    place.QuadPart = static_cast<LONGLONG>(at);
+    return ::SetFilePointerEx(file, place, nullptr, FILE_BEGIN) ? writeAll(file, bytes) : ::GetLastError();
+}
+
+// Only what lies beyond the old end is touched. Written, since a share may take the mere size for a promise.
+DWORD appendTail(HANDLE file, LARGE_INTEGER oldSize, std::string_view bytes) {
+    const auto from = static_cast<std::size_t>(oldSize.QuadPart);
+    DWORD error = writeAt(file, from, bytes.substr(from));
+    if (error == 0 && !::FlushFileBuffers(file))
+        error = ::GetLastError();
     if (error != 0)
         static_cast<void>(setSize(file, oldSize));
     return error;
-}
-
-DWORD writeFromTheStart(HANDLE file, std::string_view bytes) {
-    if (!::SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_BEGIN))
-        return ::GetLastError();
-    return writeAll(file, bytes);
 }
 
 } // namespace
@@ -31,11 +35,13 @@ DWORD writeInPlace(const std::string& path, std::string_view bytes) {
         return ::GetLastError();
     LARGE_INTEGER size{};
     size.QuadPart = static_cast<LONGLONG>(bytes.size());
-    if (const DWORD error = setRoomAside(file.get(), oldSize, size); error != 0)
-        return error;
-    if (const DWORD error = writeFromTheStart(file.get(), bytes); error != 0)
-        return error;
-    if (const DWORD error = setSize(file.get(), size); error != 0)
+    // First what may be refused: more room, or the end of what another program has mapped.
+    const DWORD refused =
+        size.QuadPart > oldSize.QuadPart ? appendTail(file.get(), oldSize, bytes) : setSize(file.get(), size);
+    if (refused != 0)
+        return refused;
+    const auto head = static_cast<std::size_t>(std::min(size.QuadPart, oldSize.QuadPart));
+    if (const DWORD error = writeAt(file.get(), 0, bytes.substr(0, head)); error != 0)
         return error;
     return ::FlushFileBuffers(file.get()) ? 0 : ::GetLastError();
 }

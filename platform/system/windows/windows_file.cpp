@@ -19,7 +19,8 @@ std::wstring fullPath(const std::wstring& path) {
     return full;
 }
 
-constexpr DWORD mostAtOnce = 1U << 30;
+// A network drive refuses more.
+constexpr DWORD mostAtOnce = 1U << 24;
 
 DWORD part(std::size_t size) {
     return static_cast<DWORD>(std::min<std::size_t>(size, mostAtOnce));
@@ -119,13 +120,9 @@ std::optional<FileStamp> stampFrom(HANDLE file) {
     if (!::GetFileInformationByHandle(file, &which) ||
         !::GetFileInformationByHandleEx(file, FileBasicInfo, &basics, sizeof basics))
         return std::nullopt;
-    return FileStamp{which.dwVolumeSerialNumber,
-                     joined(which.nFileIndexHigh, which.nFileIndexLow),
-                     joined(which.nFileSizeHigh, which.nFileSizeLow),
-                     secondsOf(basics.LastWriteTime),
-                     nanosecondsOf(basics.LastWriteTime),
-                     secondsOf(basics.ChangeTime),
-                     nanosecondsOf(basics.ChangeTime)};
+    return FileStamp{which.dwVolumeSerialNumber, joined(which.nFileIndexHigh, which.nFileIndexLow),
+                     joined(which.nFileSizeHigh, which.nFileSizeLow), secondsOf(basics.LastWriteTime),
+                     nanosecondsOf(basics.LastWriteTime)};
 }
 
 Result<NormalFile> openNormalFile(const std::string& path) {
@@ -143,6 +140,19 @@ Result<NormalFile> openNormalFile(const std::string& path) {
     if (!stamp)
         return errorOf(path, ::GetLastError());
     return NormalFile{std::move(file), *stamp};
+}
+
+DWORD persistently(const std::function<DWORD()>& call) {
+    constexpr DWORD longestWait = 160; // milliseconds
+    for (DWORD wait = 10;; wait *= 2) {
+        const DWORD error = call();
+        const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+                             error == ERROR_ACCESS_DENIED || error == ERROR_UNABLE_TO_REMOVE_REPLACED ||
+                             error == ERROR_UNABLE_TO_MOVE_REPLACEMENT;
+        if (!mayPass || wait > longestWait)
+            return error;
+        ::Sleep(wait);
+    }
 }
 
 DWORD readAll(HANDLE file, char* room, std::size_t size, std::size_t& filled) {

@@ -86,6 +86,10 @@ struct NormalFile {
 // To be read. A directory, a pipe and a device are errors.
 Result<NormalFile> openNormalFile(const std::string& path);
 
+// Repeats a call that returns its error, for about a third of a second, while another program, such as a scanner, holds
+// the file or keeps it from going.
+[[nodiscard]] DWORD persistently(const std::function<DWORD()>& call);
+
 // Fewer only where the file ends.
 [[nodiscard]] DWORD readAll(HANDLE file, char* room, std::size_t size, std::size_t& filled);
 [[nodiscard]] DWORD writeAll(HANDLE file, std::string_view bytes);

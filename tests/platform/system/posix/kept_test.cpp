@@ -1,5 +1,6 @@
 // What a save keeps of a file beside its bytes, and of what others wrote into it.
 #include "platform/system/files.h"
+#include "platform/system/names_beside.h"
 #include "tests/support/SystemFault.h"
 #include "tests/support/TempFolder.h"
 
@@ -191,6 +192,16 @@ TEST_F(Kept, WhatOthersWroteIsKeptOnEveryKindOfFileSystem) {
     }
 }
 
+// Other systems do not tell.
+TEST_F(Kept, WhatOthersWroteIsKeptAlsoWithTheOldTimeAndLength) {
+    const FileStamp mine = stampOf(path).value();
+    const auto time = fs::last_write_time(path);
+    std::ofstream(path) << "new";
+    fs::last_write_time(path, time);
+    const Result<Replaced> replaced = replaceKnownFile(path, "mine again", mine);
+    EXPECT_EQ(readWholeFile(replaced.value().backup).value(), "new");
+}
+
 TEST_F(Kept, ANameThatVanishesDuringTheSaveIsMadeAnew) {
     const FileStamp mine = stampOf(path).value();
     const SystemFault vanished("rename", ENOENT, 0, 1);
@@ -226,6 +237,7 @@ TEST_F(Kept, WhatOthersWroteIsNeverGoneForWantOfAName) {
     EXPECT_GT(SystemFault::failures(), 0);
     EXPECT_EQ(readWholeFile(path).value(), "mine again");
     EXPECT_EQ(readWholeFile(replaced.value().backup).value(), "theirs") << "under whatever name";
+    EXPECT_FALSE(processOfTemporary(fs::path(replaced.value().backup).filename().string())) << "nobody removes it";
 }
 
 TEST_F(Kept, OnlyOwnStaleFilesOfADeadProcessAreRemoved) {
@@ -238,7 +250,8 @@ TEST_F(Kept, OnlyOwnStaleFilesOfADeadProcessAreRemoved) {
     const std::string old = ".blockhouse-" + gone + "-7.tmp";
     const std::string kept[] = {".blockhouse-" + gone + "-8.tmp", ".blockhouse-" + alive + "-7.tmp",
                                 ".blockhouse-" + gone + ".tmp",   ".blockhouse-" + gone + "-7.tmp2",
-                                ".blockhouse-" + gone + "-x.tmp", "blockhouse-" + gone + "-7.tmp"};
+                                ".blockhouse-" + gone + "-7.old", ".blockhouse-" + gone + "-x.tmp",
+                                "blockhouse-" + gone + "-7.tmp"};
     const auto make = [&](const std::string& name, bool aged) {
         const std::string file = folder.file(name, "x");
         if (aged)
@@ -282,7 +295,8 @@ TEST_F(Kept, AProcessKilledAtAnyCallLosesNeitherText) {
         ASSERT_TRUE(killed || WEXITSTATUS(status) == 0) << calls;
         bool theirsIsThere = false;
         for (const auto& entry : fs::directory_iterator(here.path()))
-            theirsIsThere = theirsIsThere || readWholeFile(entry.path().string()).value() == "theirs";
+            theirsIsThere = theirsIsThere || (readWholeFile(entry.path().string()).value() == "theirs" &&
+                                              !processOfTemporary(entry.path().filename().string()));
         EXPECT_TRUE(theirsIsThere) << "killed at call " << calls;
         const std::string left = readWholeFile(file).value();
         EXPECT_TRUE(left == "theirs" || left == "mine") << "killed at call " << calls;

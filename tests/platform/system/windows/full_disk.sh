@@ -6,4 +6,4 @@ set -euo pipefail
 "$1" cmd /c exit # the emulator writes larger files of its own when it starts
 trap '' XFSZ
 ulimit -f 100
-"$1" "$2" --gtest_also_run_disabled_tests --gtest_filter='*FullDisk'
+"$1" "$2" --gtest_also_run_disabled_tests --gtest_filter='*FullDisk' | tee /dev/stderr | grep -q '^\[  PASSED  \] 1 test'

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <optional>
+#include <thread>
 #include <windows.h>
 
 namespace blockhouse {
@@ -30,6 +32,14 @@ public:
     }
 
     ~Held() { ::CloseHandle(handle_); }
+
+    [[nodiscard]] std::string content() const {
+        std::string bytes(100, '\0');
+        DWORD got = 0;
+        EXPECT_TRUE(::ReadFile(handle_, bytes.data(), 100, &got, nullptr));
+        bytes.resize(got);
+        return bytes;
+    }
 
     Held(const Held&) = delete;
     Held& operator=(const Held&) = delete;
@@ -51,11 +61,13 @@ protected:
 };
 
 TEST_F(ReplacedFile, KeepsItsAttributes) {
-    constexpr DWORD hidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE;
+    constexpr DWORD hidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
     ASSERT_TRUE(::SetFileAttributesW(wide(path).c_str(), hidden));
-    ASSERT_EQ(::GetFileAttributesW(wide(path).c_str()), hidden);
+    ASSERT_EQ(::GetFileAttributesW(wide(path).c_str()) & hidden, hidden);
+    const FileStamp before = stampOf(path).value();
     EXPECT_TRUE(replaceWholeFile(path, "new").ok());
-    EXPECT_EQ(::GetFileAttributesW(wide(path).c_str()), hidden);
+    EXPECT_NE(stampOf(path)->file, before.file) << "replaced, not written over";
+    EXPECT_EQ(::GetFileAttributesW(wide(path).c_str()), hidden | FILE_ATTRIBUTE_ARCHIVE) << "to be backed up anew";
     EXPECT_EQ(content(), "new");
     EXPECT_EQ(entries(), 1U);
 }
@@ -71,9 +83,42 @@ TEST_F(ReplacedFile, StaysReadOnly) {
 }
 
 TEST_F(ReplacedFile, IsReplacedWhileOthersReadItAndLetItBeReplaced) {
-    const Held reader(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+    {
+        const Held reader(path, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE);
+        EXPECT_TRUE(replaceWholeFile(path, "new").ok());
+        EXPECT_EQ(content(), "new");
+        EXPECT_EQ(reader.content(), "old");
+    }
+    EXPECT_EQ(entries(), 1U);
+}
+
+// As a scanner does that looks at every new file.
+TEST_F(ReplacedFile, WaitsForWhoHoldsItForAMoment) {
+    const FileStamp before = stampOf(path).value();
+    std::optional<Held> scanner(std::in_place, path, 0U);
+    std::thread scanning([&scanner] {
+        ::Sleep(60);
+        scanner.reset();
+    });
     EXPECT_TRUE(replaceWholeFile(path, "new").ok());
+    scanning.join();
     EXPECT_EQ(content(), "new");
+    EXPECT_NE(stampOf(path)->file, before.file) << "replaced, not written over";
+}
+
+TEST_F(ReplacedFile, IsLeftWholeWhereItsEndIsMapped) {
+    const std::string old(200'000, 'o');
+    ASSERT_TRUE(replaceWholeFile(path, old).ok());
+    const HANDLE file = ::CreateFileW(wide(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE mapping = ::CreateFileMappingW(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+    const void* view = ::MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+    ASSERT_NE(view, nullptr);
+    const Result<Done> written = replaceWholeFile(path, "new");
+    ::UnmapViewOfFile(view);
+    ::CloseHandle(mapping);
+    ::CloseHandle(file);
+    EXPECT_EQ(content(), written.ok() ? "new" : old) << "no mix";
 }
 
 TEST_F(ReplacedFile, IsWrittenInPlaceWhereItsNameIsHeld) {
@@ -121,6 +166,13 @@ TEST_F(ReplacedFile, HiddenAndSystemFilesAreNotThere) {
     ::SetFileAttributesW(wide(hidden).c_str(), FILE_ATTRIBUTE_HIDDEN);
     ::SetFileAttributesW(wide(system).c_str(), FILE_ATTRIBUTE_SYSTEM);
     EXPECT_EQ(fileNamesIn(folder.path()).value(), std::vector<std::string>{"units.ini"});
+    for (const auto& [name, attributes] :
+         {std::pair("hidden", FILE_ATTRIBUTE_HIDDEN), std::pair("own look", FILE_ATTRIBUTE_SYSTEM),
+          std::pair("system", FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)}) {
+        ASSERT_TRUE(::CreateDirectoryW(wide(folder.path(name)).c_str(), nullptr));
+        ASSERT_TRUE(::SetFileAttributesW(wide(folder.path(name)).c_str(), static_cast<DWORD>(attributes)));
+    }
+    EXPECT_EQ(folderNamesIn(folder.path()).value(), (std::vector<std::string>{"hidden", "own look"}));
     EXPECT_FALSE(FileExists(hidden));
     EXPECT_FALSE(FileExists(system));
 }
@@ -147,6 +199,7 @@ TEST_F(ReplacedFile, PipesAndDevicesAreRefusedWithoutAWait) {
         ::CreateNamedPipeW(L"\\\\.\\pipe\\blockhouse-test", PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 1, 0, 0, 0, nullptr);
     ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
     for (const std::string& name : {std::string("\\\\.\\pipe\\blockhouse-test"), std::string("NUL")}) {
+        EXPECT_FALSE(FileExists(name)) << name;
         EXPECT_FALSE(readWholeFile(name).ok()) << name;
         EXPECT_FALSE(FileReader::open(name).ok()) << name;
         EXPECT_FALSE(replaceWholeFile(name, "x").ok()) << name;

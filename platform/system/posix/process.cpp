@@ -1,4 +1,4 @@
-#include "platform/system/memory.h"
+#include "platform/system/process.h"
 
 #include <cstdlib>
 #ifdef __GLIBC__
@@ -7,7 +7,7 @@
 
 namespace blockhouse {
 
-void reuseFreedMemory() {
+void configureProcess() {
 #ifdef __GLIBC__
     // The text engine's table of lines grows in many steps. Left to itself, the allocator maps every step freshly and
     // unmaps the one before it, so that each page of each step costs a page fault.

@@ -1,7 +1,0 @@
-#include "platform/system/memory.h"
-
-namespace blockhouse {
-
-void reuseFreedMemory() {}
-
-} // namespace blockhouse

@@ -12,7 +12,7 @@ set -euo pipefail
 build=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-liberation)
 virtual_screen=(xvfb openbox xdotool imagemagick x11-utils xclip)
 peers=(scite geany featherpad mousepad grep ripgrep)
-cross_build=(g++-mingw-w64-x86-64-posix dpkg-dev nsis zip)
+cross_build=(g++-mingw-w64-x86-64-posix dpkg-dev git nsis zip)
 wine=(g++-mingw-w64-x86-64-posix wine wine64 fonts-wine googletest unzip)
 fuzzing=(clang libclang-rt-dev libgtest-dev libgmock-dev)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev unrtf dpkg-dev desktop-file-utils appstream)

@@ -57,19 +57,24 @@ source_of() {
   dpkg-query --show --showformat='${source:Package}=${source:Version}' "$1"
 }
 
-# unpacked <package> <folder>: its source, with Debian's changes, as that folder of the cache.
+# unpacked <package> <folder>: its source, with Debian's changes, as that folder of the cache; <folder>.source names it.
 unpacked() {
-  local source package version
+  local source version
   source=$(source_of "$1")
-  package=${source%%=*}
   version=${source#*=}
   mkdir -p "$cache/sources"
+  apt_with_sources update
+  [[ -s $cache/apt/sources.list ]] || fail "apt-get knows no Debian archive: run apt-get update first"
   (cd "$cache/sources" && apt_with_sources source --download-only "$source")
   rm -rf "${cache:?}/$2"
-  dpkg-source --no-copy --extract "$cache/sources/${package}_${version#*:}.dsc" "$cache/$2"
+  dpkg-source --no-copy --extract "$cache/sources/${source%%=*}_${version#*:}.dsc" "$cache/$2"
+  echo "$source" >"$cache/$2.source"
 }
 
-refreshed_sources() { apt_with_sources update; }
+fail() {
+  echo "$*" >&2
+  exit 1
+}
 
 qt_sources() { unpacked qt6-base-dev qt; }
 qscintilla_sources() { unpacked libqscintilla2-qt6-dev qscintilla; }
@@ -91,8 +96,9 @@ configured_qt() {
 built_qt() {
   cmake --build "$cache/qt-build" --parallel "$jobs"
   cmake --install "$cache/qt-build"
-  rm -rf "$cache/qt-build" "$cache/qt"
 }
+
+cleared_up() { rm -rf "$cache/qt-build" "$cache/qt" "$cache/qscintilla-build"; }
 
 # What is built against the toolkit for Windows, with the host's programs of the same toolkit.
 with_qt=(-G Ninja -DCMAKE_TOOLCHAIN_FILE="$windows/toolchain.cmake" -DCMAKE_PREFIX_PATH="$cache/prefix"
@@ -104,7 +110,6 @@ built_qscintilla() {
     -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$cache/prefix"
   cmake --build "$cache/qscintilla-build" --parallel "$jobs"
   cmake --install "$cache/qscintilla-build"
-  rm -rf "$cache/qscintilla-build"
 }
 
 built_program() {
@@ -125,33 +130,56 @@ laid_out() {
   cp docs/user-guide.md docs/reliability.md "$portable/docs/"
   cp docs/images/*.png "$portable/docs/images/"
   cp -r samples/workspace "$portable/examples"
+  laid_out_licences
   sources >"$portable/SOURCES.txt"
-  sed -i 's/$/\r/' "$portable/LICENSE.txt" "$portable/SOURCES.txt"
+  sed -i 's/$/\r/' "$portable"/*.txt "$portable"/licences/*.txt
 }
+
+# Of everything that is linked into the program, with the notices of what those hold in turn.
+laid_out_licences() {
+  local name
+  mkdir -p "$portable/licences"
+  for name in qt6-base-dev libqscintilla2-qt6-dev mingw-w64-x86-64-dev g++-mingw-w64-x86-64-posix; do
+    cp "/usr/share/doc/$name/copyright" "$portable/licences/$name.txt"
+  done
+  for name in GPL-2 GPL-3 LGPL-3; do
+    cp "/usr/share/common-licenses/$name" "$portable/licences/$name.txt"
+  done
+}
+
+# source_line <name> <source> <licences>
+source_line() { printf '  %-12s %s, %s\n' "$1" "$2" "$3"; }
 
 # Whoever passes the binaries on has to say where their sources are.
 sources() {
-  local runtime
-  runtime=$(dpkg-query --show --showformat='${source:Package} ${source:Version}' mingw-w64-x86-64-dev)
   cat <<TEXT
 Blockhouse $version is free software under the GNU General Public License, version 3 or any later one: LICENSE.txt.
-Its source is the folder that this package was made from; packaging/windows/build.sh in it makes the package.
+Its source is blockhouse-$version-source.tar.gz, which lies beside this package; packaging/windows/build.sh in it makes the
+package.
 
-blockhouse.exe holds these libraries, built from Debian's source packages without changes of our own:
+blockhouse.exe holds these libraries, built from Debian 12's source packages without changes of our own:
 
-  Qt           ${qt_source/=/ }, LGPL 3, GPL 2 or GPL 3
-  QScintilla   ${qscintilla_source/=/ }, GPL 3
-  MinGW-w64    $runtime, public domain and permissive licences
-  GCC          $(dpkg-query --show --showformat='${source:Package} ${source:Version}' g++-mingw-w64-x86-64-posix), GPL 3 with the runtime library exception
+TEXT
+  source_line Qt "$(<"$cache/qt.source")" "LGPL 3, GPL 2 or GPL 3, with Freetype, HarfBuzz, libjpeg, libpng, PCRE2 and zlib inside"
+  source_line QScintilla "$(<"$cache/qscintilla.source")" "GPL 3, with Scintilla inside"
+  source_line MinGW-w64 "$(source_of mingw-w64-x86-64-dev)" "public domain and permissive licences"
+  source_line GCC "$(built_using g++-mingw-w64-x86-64-posix)" "GPL 3 with the runtime library exception"
+  cat <<TEXT
 
-On Debian 12, with source packages enabled, "apt-get source <name>=<version>" fetches each of them. build.sh does so, and
-how it configures and builds them is written there; with it the program can be linked against a changed Qt.
+licences/ has their terms and notices. On Debian 12, with source packages enabled, "apt-get source <name>=<version>" fetches
+each of them. build.sh does so, and how it configures and builds them is written there; with it the program can be linked
+against a changed Qt.
 TEXT
 }
 
+# The source of the compiler itself: that of its package only wraps it.
+built_using() {
+  dpkg-query --show --showformat='${Built-Using}' "$1" | tr ',' '\n' | sed -n 's/^ *\(gcc-[0-9]*\) (= \(.*\))$/\1=\2/p'
+}
+
+packed_source() { git archive --format=tar.gz --prefix="blockhouse-$version/" -o "$packages/blockhouse-$version-source.tar.gz" HEAD; }
+
 packed_portable() {
-  rm -f "$packages/blockhouse-$version-windows.zip"
-  mkdir -p "$packages"
   (cd "$build" && zip -q -9 -r "$packages/blockhouse-$version-windows.zip" "blockhouse-$version")
 }
 
@@ -160,16 +188,17 @@ packed_installer() {
     -DRESULT="$packages/blockhouse-$version-setup.exe" "$windows/installer.nsi"
 }
 
-once "The lists of Debian's sources" refreshed_sources
 once "Qt's source" qt_sources
 once "QScintilla's source" qscintilla_sources
 once "Configuring Qt" configured_qt
 once "Building Qt" built_qt
 once "Building QScintilla" built_qscintilla
+once "Clearing up" cleared_up
 step "Building the program" built_program
-qt_source=$(source_of qt6-base-dev)
-qscintilla_source=$(source_of libqscintilla2-qt6-dev)
+rm -rf "$packages"
+mkdir -p "$packages"
 step "Laying out the packages" laid_out
 step "Packing the portable program" packed_portable
 step "Packing the installer" packed_installer
+step "Packing the source" packed_source
 ls -l "$packages"

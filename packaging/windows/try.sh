@@ -55,12 +55,13 @@ try_portable() {
 users_folder() { find "$WINEPREFIX/drive_c/users" -path "*/AppData/$1" -type d -not -path '*/Public/*' | head -n 1; }
 
 try_installed() {
-  local installed shortcut lists window
+  local setup installed shortcut lists window file
   say "== The installer installs for its user, with an entry in the start menu"
-  in_wine "$(find "$packages" -name 'blockhouse-*-setup.exe')" /S
+  setup=$(find "$packages" -name 'blockhouse-*-setup.exe')
+  in_wine "$setup" /S
   installed=$(users_folder Local)/Programs/Blockhouse
   wait_for 60 "uninstaller" test -e "$installed/uninstall.exe"
-  for file in blockhouse.exe LICENSE.txt SOURCES.txt docs/user-guide.md examples/Data/Combat/Weapons.ini; do
+  for file in blockhouse.exe LICENSE.txt SOURCES.txt docs/user-guide.md licences/GPL-3.txt; do
     [[ -s $installed/$file ]] || fail "there is no $file"
   done
   shortcut=$(find "$WINEPREFIX/drive_c" -name Blockhouse.lnk)
@@ -80,8 +81,11 @@ try_installed() {
   window=$(window_named '^Project$')
   lists=$(users_folder Roaming)/blockhouse
   wait_for 10 "list of the user's" test -s "$lists/Dirs.lst"
-  end_program "$window" || fail "the program ended with $?"
   [[ ! -e $installed/Dirs.lst ]] || fail "a list lies beside the program"
+  if "$here/wine.sh" "$setup" /S >>"$out/wine.log" 2>&1; then
+    fail "the installer says that it has replaced a running program"
+  fi
+  end_program "$window" || fail "the program ended with $?"
 
   say "== Uninstalled, it leaves nothing but the lists"
   in_wine "$installed/uninstall.exe" /S

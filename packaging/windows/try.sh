@@ -34,7 +34,6 @@ in_wine() {
 # Wine has fonts of its own that are no text editor's.
 prepare_wine() {
   local family
-  in_wine wineboot -i
   for family in Arial "MS Sans Serif" "MS Shell Dlg" "MS Shell Dlg 2" "Segoe UI" Tahoma; do
     in_wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$family" /d "Liberation Sans" /f
   done

@@ -8,5 +8,17 @@ export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 # Else it knows no file whose name is not ASCII.
 export LC_ALL=C.UTF-8
-mkdir -p "$(dirname "$WINEPREFIX")"
+
+# Programs started while that home is being made would find half of it.
+if [[ ! -e $WINEPREFIX/made ]]; then
+  mkdir -p "$WINEPREFIX"
+  (
+    flock 9
+    if [[ ! -e $WINEPREFIX/made ]]; then
+      wine wineboot --init
+      wineserver --wait
+      touch "$WINEPREFIX/made"
+    fi
+  ) 9>"$WINEPREFIX.lock"
+fi
 exec wine "$@"

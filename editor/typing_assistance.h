@@ -6,6 +6,7 @@
 // back, up to the ";" before that.
 #pragma once
 
+#include "editor/TextView.h"
 #include "platform/text/Colour.h"
 #include "platform/text/units.h"
 
@@ -22,16 +23,6 @@ inline constexpr Colour TypedCommentColor = rgb(0, 128, 0);
 
 // Semicolon is the key press that types ";", whatever key that is; Arrow is any of the four arrow keys.
 enum class Key { Tab, Semicolon, Enter, Arrow, Backspace, Space, Other };
-
-// The text before the key press, one character per byte. Positions count from 0.
-class TextView {
-public:
-    virtual ~TextView() = default;
-
-    [[nodiscard]] virtual std::ptrdiff_t length() const = 0;
-    // The characters of [start, start + length), which lies within the text.
-    [[nodiscard]] virtual std::string textAt(std::ptrdiff_t start, std::ptrdiff_t length) const = 0;
-};
 
 // --- What is done to the text box, each as the box's call of the same name ------------------------------------------
 
@@ -76,8 +67,8 @@ struct KeyAnswer {
 
 class TypingAssistance {
 public:
-    // To be called for every key press, before the box acts on it. The caret is the selection's start; an empty
-    // selection has length 0.
+    // To be called for every key press, before the box acts on it; `text` is the text before the key press. The caret
+    // is the selection's start; an empty selection has length 0.
     //
     // A line ends with CR LF, a lone CR or a lone LF, and the colour of a line's rest covers its CR but not its LF.
     [[nodiscard]] KeyAnswer keyPressed(Key key, TextRange selection, const TextView& text);

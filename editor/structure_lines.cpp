@@ -62,10 +62,10 @@ int columnsOf(std::string_view indentation) {
     return column;
 }
 
-StructureLine::Kind kindOf(std::string_view line, std::string_view word, int indent) {
+StructureLine::Kind kindOf(std::string_view line, std::string_view word) {
     if (codepage::equalIgnoringCase(word, "End") && line.ends_with(word))
         return StructureLine::Kind::End;
-    if (indent == 0 && isHeader(line))
+    if (isHeader(line))
         return StructureLine::Kind::Header;
     return isInnerKeyword(word) ? StructureLine::Kind::Keyword : StructureLine::Kind::Other;
 }
@@ -93,7 +93,7 @@ std::vector<StructureLine> structureLines(std::string_view text) {
         const std::size_t end = std::min(line.find_first_of(" \t=", first), line.size());
         const std::string_view word = line.substr(first, std::max(end - first, std::size_t{1}));
         const int indent = columnsOf(line.substr(0, first));
-        lines.push_back({kindOf(line, word, indent),
+        lines.push_back({kindOf(line, word),
                          indent,
                          {static_cast<std::ptrdiff_t>(start + first), static_cast<std::ptrdiff_t>(word.size())}});
         return true;

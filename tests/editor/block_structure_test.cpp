@@ -62,6 +62,19 @@ BlockStructure wholeStructure(std::string_view text) {
     return whole;
 }
 
+// Each block is said to be in the innermost one that holds its lines.
+void expectNested(const BlockStructure& structure, std::string_view text) {
+    const auto endOf = [](const StructureBlock& block) { return block.end ? block.end->start : block.opener.start; };
+    for (std::size_t index = 0; index < structure.blocks.size(); ++index) {
+        std::optional<std::size_t> innermost;
+        for (std::size_t outer = 0; outer < index; ++outer)
+            if (endOf(structure.blocks[outer]) > endOf(structure.blocks[index]))
+                innermost = outer;
+        EXPECT_EQ(structure.blocks[index].in, innermost)
+            << text << "\nline " << lineOf(text, structure.blocks[index].opener.start);
+    }
+}
+
 std::string faultsOf(std::string_view text) {
     BlockStructure structure = wholeStructure(text);
     structure.blocks.clear();
@@ -92,6 +105,13 @@ TEST(BlockStructure, IsThatOfKeywordsAndIndentation) {
         {"comments and blank lines", "Object Abc ; End\n\n  ; End\n\t \n  a = 1 ; Body = X\n;End\nEnd\n", "1-7 "},
         {"what only looks like an End", "Object Abc\n  EndFrame = 3\n  End = 4\nEnd\n", "1-4 "},
         {"what only looks like a header", "Weapon = Abc\nObject Abc Def\nObjects Abc\n Object Abc\nEnd\n", "3-5 "},
+        {"blocks in what was none",
+         "Object Abc\n  a = 1\n    Body = X\n      Turret\n        t = 1\n      End\n    End\n  c = 3\nEnd\n",
+         "1-9 3-7 4-6 "},
+        {"an End as deep as the lines before it", "Object Abc\n  a = 1\n   b = 2\n  End\n", "1-4 "},
+        {"a state's other name without indentation",
+         "Object Abc\nConditionState = A\nAliasConditionState = B\nm = 1\nEnd\nEnd\n", "1-6 2-5 "},
+        {"a keyword without a header", "Body = X\n  h = 1\n", "1-? "},
         {"tabs", "Object Abc\n\tWheels\n\t    n = 4\n    End\nEnd\n", "1-5 2-4 "},
 
         {"the outer End is missing", "Object Abc\n  a = 1\n\nWeapon Def\n  b = 2\nEnd\n", "1-? 4-6 unclosed:1 "},
@@ -100,12 +120,18 @@ TEST(BlockStructure, IsThatOfKeywordsAndIndentation) {
          "1-7 2-? 4-6 unclosed:2 "},
         {"an End too many at the end", "Object Abc\n  a = 1\nEnd\nEnd\n", "1-3 toomany:4 "},
         {"an End too many inside", "Object Abc\n  Body = X\n    h = 1\n  End\n  End\nEnd\n", "1-6 2-4 toomany:5 "},
+        {"a second End after something else", "Object Abc\n  a = 1\nEnd\nWheels\nEnd\nEnd\n", "1-3 toomany:6 "},
+        {"an End behind something indented", "Object Abc\n  a = 1\nEnd\n  Wheels\n    n = 4\nEnd\n", "1-3 "},
+        {"a tab as wide as four blanks", "Object Abc\n\ta = 1\n    b = 2\n    End\nEnd\n", "1-5 toomany:4 "},
         {"an End that may close something else", "Object Abc\n  a = 1\nEnd\nWheels\nEnd\n", "1-3 "},
     };
 
     for (const auto& c : cases) {
         const std::string_view text = c.text;
-        EXPECT_EQ(shown(wholeStructure(text), text), c.expected) << c.what;
+        const BlockStructure structure = wholeStructure(text);
+        EXPECT_EQ(shown(structure, text), c.expected) << c.what;
+        if (structure.faults.empty())
+            expectNested(structure, text);
     }
 }
 
@@ -237,7 +263,9 @@ TEST(BlockStructure, OfTextsPutTogetherFromBlocksIsKnown) {
         Builder builder(random, round % 3 != 0, round % 3 == 1);
         builder.addBlocks(1 + randomBelow(random, 3));
         const std::string text = builder.text();
-        ASSERT_EQ(shown(wholeStructure(text), text), builder.expected()) << round << "\n" << text;
+        const BlockStructure structure = wholeStructure(text);
+        ASSERT_EQ(shown(structure, text), builder.expected()) << round << "\n" << text;
+        expectNested(structure, text);
     }
 }
 

@@ -26,7 +26,7 @@ TEST(DefinitionSearch, GoesThroughEveryFileOnce) {
     folder.file("b.ini", "End\nSound bow\nWeapon Bow\n");
     folder.file("sub.ini/inner.ini", "Weapon Bow\n");
     EntryList Dirs;
-    for (const char* listed : {"gone", "", "sub.ini"})
+    for (const char* listed : {"gone", "", "sub.ini", "gone, too"})
         Dirs.add(*listed == '\0' ? folder.path() : folder.path(listed));
     Dirs.add(folder.path());
     DefinitionSearch search(Dirs, "Bow");

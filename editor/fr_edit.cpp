@@ -27,6 +27,7 @@ fr_edit::fr_edit(EditorHost& host, QWidget* parent)
     setObjectName(QStringLiteral("fr_edit"));
     makeToolbar();
     makeControls();
+    makePlaceLabel();
     makeMenus();
     watchFile();
     resize(sizeHint());
@@ -115,6 +116,7 @@ void fr_edit::layOut() {
     const Twips width = toTwips(Pixels{outerSize().width()});
     const Twips height = toTwips(Pixels{outerSize().height()});
     Toolbar1->setGeometry(0, 0, this->width(), Combo1->y());
+    placeLabel();
     Picture1->setGeometry(0, this->height() - pixelsOf(132), this->width(), pixelsOf(132));
 
     // A control that cannot take its size ends the layout, so that none gets a size that no longer fits the others.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/block_scan.h"
+#include "editor/block_structure.h"
 #include "editor/ClosedText.h"
 #include "editor/save_cut.h"
 #include "editor/textboxbas.h"
@@ -15,6 +16,7 @@
 #include "platform/widgets/PictureBox.h"
 #include "platform/widgets/window_handles.h"
 
+#include <QLabel>
 #include <QMenu>
 #include <QToolBar>
 #include <QWidget>
@@ -84,6 +86,7 @@ public:
     HeaderKind BlockKind = HeaderKind::None; // of the names in List1; None until one has been listed
 
     QToolBar* Toolbar1;
+    QLabel* PlaceLabel; // at the right of the toolbar: line, column, and the blocks around the caret
     RichTextBox* txt_edit;
     FindPanel* FindFrame;
     QMenu* mnu_lil; // the text box's pop-up menu
@@ -109,6 +112,10 @@ private:
     void makeMenus();
     QAction* addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
                         void (fr_edit::*act)());
+    void makePlaceLabel();
+    void placeLabel();
+    void showPlace();
+    void elidePlace();
     void fitRowsToFont();
     void layOut();
     [[nodiscard]] QSize outerSize() const;
@@ -172,6 +179,15 @@ private:
     bool fileLacksText_ = false; // some of the text was never written
     bool shownUnsaved_ = false;
     QIcon plainPicture_; // without the dot
+
+    // The text around the caret and its blocks, as long as it has not changed.
+    struct Around {
+        BlockRegion region;
+        std::string text;
+        BlockStructure structure;
+    };
+
+    std::optional<Around> around_;
 };
 
 } // namespace blockhouse

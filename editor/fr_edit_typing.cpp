@@ -1,4 +1,5 @@
 // Carries out on the text box what the typing rules answer to a key.
+#include "editor/BoxText.h"
 #include "editor/FindPanel.h"
 #include "editor/fr_edit.h"
 #include "platform/richtext/key_presses.h"
@@ -42,20 +43,6 @@ Key keyOf(const QKeyEvent& event) {
         return isCommand(event) ? Key::Other : typedKeyOf(event);
     }
 }
-
-class BoxText : public TextView {
-public:
-    explicit BoxText(const RichTextBox& box) : box_(box) {}
-
-    std::ptrdiff_t length() const override { return box_.textLength(); }
-
-    std::string textAt(std::ptrdiff_t start, std::ptrdiff_t length) const override {
-        return box_.textAt(start, length);
-    }
-
-private:
-    const RichTextBox& box_;
-};
 
 template <typename... Handlers>
 struct Overloaded : Handlers... {

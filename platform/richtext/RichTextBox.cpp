@@ -28,7 +28,11 @@ RichTextBox::RichTextBox(QWidget* parent)
             [this](int position, int type, const char*, int length, int, int, int, int, int, int) {
                 onModified(position, type, length);
             });
-    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settleStyles(); });
+    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this](int updated) {
+        settleStyles();
+        if ((updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) != 0)
+            Q_EMIT looksDifferent();
+    });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { Q_EMIT modifiedChanged(true); });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { Q_EMIT modifiedChanged(false); });
 }
@@ -238,6 +242,14 @@ LineIndex RichTextBox::currentLine() const {
 
 LineIndex RichTextBox::firstVisibleLine() const {
     return engine_.ask(SCI_GETFIRSTVISIBLELINE);
+}
+
+LineIndex RichTextBox::lineAt(Position position) const {
+    return engine_.ask(SCI_LINEFROMPOSITION, index_.byteOf(position));
+}
+
+RichTextBox::Position RichTextBox::lineStart(LineIndex line) const {
+    return index_.characterOf(engine_.ask(SCI_POSITIONFROMLINE, line.value));
 }
 
 // --- Places on the screen ---------------------------------------------------------------------------------------

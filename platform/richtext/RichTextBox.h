@@ -118,6 +118,8 @@ public:
     // Line of the caret, or of the selection's start.
     [[nodiscard]] LineIndex currentLine() const;
     [[nodiscard]] LineIndex firstVisibleLine() const;
+    [[nodiscard]] LineIndex lineAt(Position position) const;
+    [[nodiscard]] Position lineStart(LineIndex line) const;
 
     // --- Places on the screen ---------------------------------------------------------------------------------
     // In the viewport's coordinates, wherever the view is scrolled to.
@@ -164,6 +166,8 @@ public:
 Q_SIGNALS:
     // The text has changed; the new text can be read.
     void changed();
+    // Text or selection may have changed since the last time; comes before the box is painted, once for all changes.
+    void looksDifferent();
     // Before the box acts on the button. `position` is in the viewport's coordinates.
     void mouseDown(Qt::MouseButton button, QPoint position);
     // The keyboard asked for the pop-up menu, to be shown at this place on the screen.

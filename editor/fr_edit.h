@@ -112,6 +112,17 @@ private:
     void makeMenus();
     QAction* addCommand(QMenu* menu, const char* name, const QString& caption, const QKeySequence& shortcut,
                         void (fr_edit::*act)());
+
+    // The text around the caret and its blocks, as long as it has not changed.
+    struct Around {
+        BlockRegion region;
+        std::string text;
+        BlockStructure structure;
+    };
+
+    const Around& aroundCaret();
+    void markPair(const Around& around, std::optional<std::size_t> block);
+    void goToOtherEnd();
     void makePlaceLabel();
     void placeLabel();
     void showPlace();
@@ -179,13 +190,6 @@ private:
     bool fileLacksText_ = false; // some of the text was never written
     bool shownUnsaved_ = false;
     QIcon plainPicture_; // without the dot
-
-    // The text around the caret and its blocks, as long as it has not changed.
-    struct Around {
-        BlockRegion region;
-        std::string text;
-        BlockStructure structure;
-    };
 
     std::optional<Around> around_;
 };

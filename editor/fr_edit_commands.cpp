@@ -56,6 +56,7 @@ void fr_edit::makeMenus() {
     mnu_fileex = addCommand(view, "mnu_fileex", tr("File &Explorer"), {}, &fr_edit::toggleExplorer);
     mnu_fileex->setCheckable(true);
     menus_ = {file, edit, view};
+    addKey("otherEnd", tr("Go to the other end of the block"), Qt::CTRL | Qt::Key_M, &fr_edit::goToOtherEnd);
     addKey("colourAgain", tr("Colour the whole text again"), Qt::Key_F5, &fr_edit::colourAgain);
 
     mnu_lil = menu("mnu_lil", QStringLiteral("lilmenu"));

@@ -22,6 +22,7 @@ RichTextBox::RichTextBox(QWidget* parent)
     : QsciScintillaBase(parent), engine_(*this), index_(engine_), styles_(engine_), editStyles_(engine_, styles_) {
     RichTextAccessible::install();
     setUpView();
+    setUpMarks();
     setUpKeys();
     listenForEdits(true);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this,

@@ -20,6 +20,7 @@
 
 #include <Qsci/qsciscintillabase.h>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -131,6 +132,14 @@ public:
     // leads to it from the line's start are in view, as much of both as there is room for: the place's start always.
     void scrollSideways(Position start, Position end);
 
+    // --- Marks ------------------------------------------------------------------------------------------------
+    // They show in the text and are no colours of it: RTF source, undo and files never hold them. They go with their
+    // text until the next call.
+    enum class Mark { Pair, Fault };
+    // The marks of that kind from now on, instead of those before; ordered by start.
+    void setMarks(Mark mark, std::span<const TextRange> ranges);
+    [[nodiscard]] bool isMarked(Mark mark, Position position) const;
+
     // Read-only, the text changes only as a whole, by setText() and its like.
     void setReadOnly(bool on);
     [[nodiscard]] bool isReadOnly() const;
@@ -197,6 +206,7 @@ protected:
 
 private:
     void setUpView();
+    void setUpMarks();
     void setUpKeys();
     void listenForEdits(bool on);
     void keepMargins();
@@ -243,6 +253,8 @@ private:
     std::ptrdiff_t linesInView_ = 0;    // at the last change of size
     std::string_view lineEnd_ = "\r\n"; // the document's prevailing kind
     bool textChanged_ = false;          // not announced yet
+
+    std::array<std::vector<ByteSpan>, 2> marked_; // by kind, as they were set
 
     // Text in the document that an input method has not committed.
     struct Composition {

@@ -18,6 +18,8 @@ struct ByteSpan {
     BytePosition last; // not included
 
     [[nodiscard]] std::ptrdiff_t length() const { return last - first; }
+
+    bool operator==(const ByteSpan&) const = default;
 };
 
 // A handle: copies of it talk to the same engine, whose widget must outlive them. A constant one can only ask.

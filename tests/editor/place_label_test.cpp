@@ -51,6 +51,43 @@ TEST_F(PlaceLabel, FollowsTheCaretAndTheText) {
     EXPECT_FALSE(editor_.txt_edit->isModified()) << "looking changes nothing";
 }
 
+TEST_F(PlaceLabel, BothEndsOfABlockAreMarkedAndOneLeadsToTheOther) {
+    open("Object \xE9t\xE9\r\n  Body = X\r\n    h = 1\r\n  End\r\nEnd\r\n");
+    RichTextBox& box = *editor_.txt_edit;
+    // The marked text, with a stroke where it is interrupted.
+    const auto marked = [&] {
+        static_cast<void>(said());
+        std::string text;
+        for (std::ptrdiff_t at = 0; at < box.textLength(); ++at)
+            if (box.isMarked(RichTextBox::Mark::Pair, at))
+                text += box.textAt(at, 1);
+            else if (!text.empty() && text.back() != '|')
+                text += '|';
+        return text;
+    };
+    const auto otherEnd = [&] { QTest::keyClick(&box, Qt::Key_M, Qt::ControlModifier); };
+    EXPECT_EQ(marked(), "Object|End|");
+    otherEnd();
+    EXPECT_EQ(said(), "Ln 5, Col 1  Object \xC3\xA9t\xC3\xA9");
+    EXPECT_EQ(marked(), "Object|End|");
+    otherEnd();
+    EXPECT_EQ(box.caret(), 0);
+    press(Qt::Key_Down);
+    EXPECT_EQ(marked(), "") << "beside the word";
+    otherEnd();
+    EXPECT_EQ(marked(), "Body|End|") << "from inside to the opener";
+    QTest::keyClick(&box, Qt::Key_X);
+    EXPECT_EQ(marked(), "xBody|End|") << "a word with deeper lines";
+    box.undo();
+    EXPECT_EQ(marked(), "Body|End|");
+
+    const std::string rtf = box.rtf();
+    press(Qt::Key_Down);
+    EXPECT_EQ(marked(), "");
+    EXPECT_EQ(box.rtf(), rtf) << "marks are no colours";
+    EXPECT_FALSE(box.isModified());
+}
+
 TEST_F(PlaceLabel, IsCutOffWhereThereIsNoRoom) {
     open("Object AVeryLongNameThatNoToolbarHasRoomForBesideItsButtons\r\nEnd\r\n");
     editor_.resize(480, 400);

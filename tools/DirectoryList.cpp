@@ -1,6 +1,7 @@
 #include "tools/DirectoryList.h"
 
 #include "platform/system/files.h"
+#include "platform/system/folders.h"
 #include "platform/text/paths.h"
 #include "platform/widgets/clipboard.h"
 #include "platform/widgets/qt_text.h"
@@ -128,8 +129,11 @@ void DirectoryList::walkToClipboard() {
         text = text.mid(1, text.size() - 2);
     if (const QUrl address(text); address.isLocalFile())
         text = address.toLocalFile();
-    if (QDir::isAbsolutePath(text))
-        walkTo(pathOf(QDir::cleanPath(text)));
+    if (!QDir::isAbsolutePath(text))
+        return;
+    // On Windows a path may lack its drive. That of a file means the folder that it is in.
+    const std::string path = absoluteFolder(pathOf(QDir::cleanPath(text)));
+    walkTo(FileExists(path) ? folderAbove(path) : path);
 }
 
 } // namespace blockhouse

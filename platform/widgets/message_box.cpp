@@ -57,6 +57,8 @@ Answered<QMessageBox::StandardButton> ask(QWidget& window, const QString& text, 
 
 Answered<std::string> askForPath(QWidget& window, const std::function<QString(QWidget* parent)>& dialog) {
     const Answered<QString> chosen = ask<QString>(window, dialog);
+    if (chosen) // a dialog of the system's own need not give the keyboard back
+        window.activateWindow();
     if (!chosen || chosen->isEmpty())
         return std::nullopt;
     return pathOf(*chosen);

@@ -141,5 +141,12 @@ TEST(ListFile, ReadsAnyBytesLikeTheSlowReader) {
     }
 }
 
+TEST(ListFile, OfDirectoriesMayBeginWithAByteOrderMark) {
+    const std::string marked = "\xEF\xBB\xBF/a\r\n";
+    EXPECT_EQ(listTextFrom(directoryListFile, marked), "/a\r\n");
+    EXPECT_EQ(listTextFrom(jumpListFile, marked), marked) << "bytes of documents";
+    EXPECT_EQ(listTextFrom(directoryListFile, listBytesOf(directoryListFile, "/a\r\n")), "/a\r\n");
+}
+
 } // namespace
 } // namespace blockhouse

@@ -109,7 +109,8 @@ TEST_F(DirectoryEditor, AFolderIsAddedByWalkingIntoIt) {
 TEST_F(DirectoryEditor, APathOnTheClipboardIsWalkedTo) {
     open({});
     const std::string two = temp_.path("two");
-    const std::string cases[] = {two, two + "/\n", "'" + two + "'", "\"" + two + "\"\r\n", "file://" + two};
+    const std::string file = temp_.file("two/units.ini");
+    const std::string cases[] = {two, two + "/\n", "'" + two + "'", "\"" + two + "\"\r\n", "file://" + two, file};
     for (const std::string& text : cases) {
         ASSERT_TRUE(window_->Dir1->walkTo("/"));
         QGuiApplication::clipboard()->setText(QString::fromStdString(text));

@@ -81,6 +81,11 @@ TEST_F(PlaceLabel, BothEndsOfABlockAreMarkedAndOneLeadsToTheOther) {
     box.undo();
     EXPECT_EQ(marked(), "Body|End|");
 
+    int looks = 0;
+    QObject::connect(&box, &RichTextBox::looksDifferent, [&looks] { ++looks; });
+    EXPECT_EQ(marked(), "Body|End|");
+    EXPECT_EQ(looks, 0) << "marks that stay are no reason to look again";
+
     const std::string rtf = box.rtf();
     press(Qt::Key_Down);
     EXPECT_EQ(marked(), "");

@@ -5,6 +5,8 @@
 #include "platform/widgets/controls.h"
 #include "platform/widgets/qt_text.h"
 
+#include <algorithm>
+
 namespace blockhouse {
 
 void fr_edit::makePlaceLabel() {
@@ -23,7 +25,7 @@ void fr_edit::placeLabel() {
     elidePlace();
 }
 
-// A text around the caret without edits in it is looked at once.
+// The structure is worked out again only after an edit, or when the caret has left the region.
 const fr_edit::Around& fr_edit::aroundCaret() {
     const CaretPosition caret = txt_edit->caret();
     const auto isInside = [caret](const BlockRegion& region) {

@@ -9,8 +9,8 @@
 #   blockhouse-<version>-setup.exe     installs for the current user
 #
 # The program is linked statically against Qt and QScintilla, which are built from Debian's source packages. That takes
-# about an hour once; the result stays in a folder outside the checkout, $BLOCKHOUSE_WINDOWS_CACHE or
-# ~/.cache/blockhouse-windows. A step that was broken off is taken up where it stopped when this is started again.
+# about a quarter of an hour on two cores, once; the result stays in a folder outside the checkout,
+# $BLOCKHOUSE_WINDOWS_CACHE or ~/.cache/blockhouse-windows. A step that was broken off is taken up where it stopped when this is started again.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 root=$PWD

@@ -95,8 +95,9 @@ struct Writing {
     Replaced outcome{};
 };
 
-// Nothing may be written there: the file is no normal one, is read-only, is held by another program, or its access
-// list forbids it. The folder would let such a file be replaced, which is not what its owner meant.
+// Why nothing may be written there, if so: the file is no normal one, is read-only, is held by another program, or its
+// access list forbids it. The folder would let such a file be replaced, which is not what its owner meant. Sets what is
+// known of the original.
 std::optional<FileError> lookAt(Writing& writing, const std::string& path) {
     const Handle file = openToAsk(writing.target);
     if (!file.isOpen()) {
